@@ -1,0 +1,412 @@
+#include "diagnostics/format_message.h"
+
+#include <algorithm>
+#include <cstdio>
+
+namespace wex {
+namespace {
+
+// A placeholder longer than this ends the formatting.
+constexpr std::size_t kPlaceholderLimit = 60;
+// Widths and precisions beyond what can ever show in the output are clamped.
+constexpr int kFieldLimit = static_cast<int>(kMaxFormattedMessage);
+
+class Output {
+  public:
+    Output(char* buffer, std::size_t capacity) : buffer_(buffer), capacity_(capacity) {}
+
+    bool Full() const { return length_ + 1 >= capacity_; }
+
+    void Append(std::string_view text) {
+        std::size_t room = Full() ? 0 : capacity_ - 1 - length_;
+        std::size_t count = std::min(room, text.size());
+        std::copy_n(text.data(), count, buffer_ + length_);
+        length_ += count;
+    }
+
+    void AppendRepeated(char c, std::size_t count) {
+        std::size_t room = Full() ? 0 : capacity_ - 1 - length_;
+        count = std::min(room, count);
+        std::fill_n(buffer_ + length_, count, c);
+        length_ += count;
+    }
+
+    // Runs snprintf at the end of the text; the output is cut at the capacity.
+    template <class T>
+    void Print(const char* spec, T value) {
+        if (Full()) {
+            return;
+        }
+        int written = std::snprintf(buffer_ + length_, capacity_ - length_, spec, value);
+        if (written > 0) {
+            length_ += std::min(static_cast<std::size_t>(written), capacity_ - 1 - length_);
+        }
+        buffer_[length_] = '\0';
+    }
+
+    std::size_t Finish() {
+        if (capacity_ != 0) {
+            buffer_[length_] = '\0';
+        }
+        return length_;
+    }
+
+  private:
+    char* buffer_;
+    std::size_t capacity_;
+    std::size_t length_ = 0;
+};
+
+struct Placeholder {
+    const FormatArgument* argument = nullptr;
+    bool numberOnly = false;
+    bool leftAlign = false;
+    bool plus = false;
+    bool space = false;
+    bool alternate = false;
+    bool zeroPad = false;
+    int width = -1;
+    int precision = -1;
+    char conversion = 0;
+};
+
+class PlaceholderParser {
+  public:
+    PlaceholderParser(std::string_view format, std::span<const FormatArgument> arguments, std::size_t& nextArgument)
+        : format_(format), arguments_(arguments), next_(nextArgument) {}
+
+    // Parses the placeholder whose "%" is at start. False ends the formatting.
+    bool Parse(std::size_t start, Placeholder& placeholder, std::size_t& end) {
+        start_ = start;
+        position_ = start + 1;
+        const FormatArgument* numbered = nullptr;
+        if (std::size_t number = PeekArgumentNumber(); number != 0) {
+            numbered = &arguments_[number - 1];
+            if (Peek() != '$') {
+                placeholder.argument = numbered;
+                placeholder.numberOnly = true;
+                end = position_;
+                return end - start_ <= kPlaceholderLimit;
+            }
+            ++position_;
+        }
+        ParseFlags(placeholder);
+        if (!ParseWidth(placeholder) || !ParsePrecision(placeholder)) {
+            return false;
+        }
+        SkipLength();
+        if (position_ >= format_.size()) {
+            return false;
+        }
+        placeholder.conversion = format_[position_++];
+        if (position_ - start_ > kPlaceholderLimit) {
+            return false;
+        }
+        placeholder.argument = numbered != nullptr ? numbered : TakeNext();
+        end = position_;
+        return placeholder.argument != nullptr;
+    }
+
+  private:
+    char Peek() const { return position_ < format_.size() ? format_[position_] : '\0'; }
+    static bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+    // Reads decimal digits, saturating far above any useful value.
+    int ReadNumber() {
+        int value = 0;
+        while (IsDigit(Peek())) {
+            value = std::min(value * 10 + (format_[position_] - '0'), 100'000'000);
+            ++position_;
+        }
+        return value;
+    }
+
+    // An argument number: digits 1 to 9 first, not above the argument count.
+    // Anything else leaves the position where it was.
+    std::size_t PeekArgumentNumber() {
+        char first = Peek();
+        if (first < '1' || first > '9') {
+            return 0;
+        }
+        std::size_t saved = position_;
+        auto number = static_cast<std::size_t>(ReadNumber());
+        if (number > arguments_.size()) {
+            position_ = saved;
+            return 0;
+        }
+        return number;
+    }
+
+    const FormatArgument* TakeNext() { return next_ < arguments_.size() ? &arguments_[next_++] : nullptr; }
+
+    void ParseFlags(Placeholder& placeholder) {
+        for (;; ++position_) {
+            switch (Peek()) {
+                case '-':
+                    placeholder.leftAlign = true;
+                    break;
+                case '+':
+                    placeholder.plus = true;
+                    break;
+                case ' ':
+                    placeholder.space = true;
+                    break;
+                case '#':
+                    placeholder.alternate = true;
+                    break;
+                case '0':
+                    placeholder.zeroPad = true;
+                    break;
+                default:
+                    return;
+            }
+        }
+    }
+
+    // "*" takes the next argument in order, "*N$" argument N. Only integers
+    // give a value; other kinds count as 0. Null when the argument is missing.
+    const FormatArgument* TakeStarArgument() {
+        ++position_;
+        std::size_t saved = position_;
+        if (IsDigit(Peek())) {
+            auto number = static_cast<std::size_t>(ReadNumber());
+            if (Peek() == '$') {
+                ++position_;
+                return number >= 1 && number <= arguments_.size() ? &arguments_[number - 1] : nullptr;
+            }
+            position_ = saved;
+        }
+        return TakeNext();
+    }
+
+    static int StarValue(const FormatArgument& argument) {
+        switch (argument.GetKind()) {
+            case FormatArgument::Kind::Signed32:
+            case FormatArgument::Kind::Signed64:
+                return static_cast<int>(std::clamp<std::int64_t>(argument.Signed(), -kFieldLimit, kFieldLimit));
+            case FormatArgument::Kind::Unsigned64:
+                return static_cast<int>(std::min<std::uint64_t>(argument.Unsigned(), kFieldLimit));
+            default:
+                return 0;
+        }
+    }
+
+    bool ParseWidth(Placeholder& placeholder) {
+        if (Peek() != '*') {
+            if (IsDigit(Peek())) {
+                placeholder.width = std::min(ReadNumber(), kFieldLimit);
+            }
+            return true;
+        }
+        const FormatArgument* argument = TakeStarArgument();
+        if (argument == nullptr) {
+            return false;
+        }
+        int width = StarValue(*argument);
+        if (width < 0) {
+            placeholder.leftAlign = true;
+            width = -width;
+        }
+        placeholder.width = width;
+        return true;
+    }
+
+    bool ParsePrecision(Placeholder& placeholder) {
+        if (Peek() != '.') {
+            return true;
+        }
+        ++position_;
+        if (Peek() != '*') {
+            placeholder.precision = std::min(ReadNumber(), kFieldLimit);
+            return true;
+        }
+        const FormatArgument* argument = TakeStarArgument();
+        if (argument == nullptr) {
+            return false;
+        }
+        int precision = StarValue(*argument);
+        placeholder.precision = precision < 0 ? -1 : precision;
+        return true;
+    }
+
+    // The written length is dropped: every kind brings its own.
+    void SkipLength() {
+        char c = Peek();
+        if (c == 'L' || c == 'j' || c == 't' || c == 'z') {
+            ++position_;
+        } else if (c == 'h' || c == 'l') {
+            ++position_;
+            if (Peek() == c) {
+                ++position_;
+            }
+        }
+    }
+
+    std::string_view format_;
+    std::span<const FormatArgument> arguments_;
+    std::size_t& next_;
+    std::size_t start_ = 0;
+    std::size_t position_ = 0;
+};
+
+struct KindRules {
+    std::string_view allowed;
+    char fallback;
+};
+
+KindRules RulesOf(FormatArgument::Kind kind) {
+    switch (kind) {
+        case FormatArgument::Kind::Signed32:
+        case FormatArgument::Kind::Signed64:
+            return {"dciouxX", 'd'};
+        case FormatArgument::Kind::Unsigned64:
+            return {"ucdioxX", 'u'};
+        case FormatArgument::Kind::Double:
+            return {"gaefGAEF", 'g'};
+        case FormatArgument::Kind::Text:
+            break;
+    }
+    return {"s", 's'};
+}
+
+// "%", the flags, the width and the precision; the caller appends the length and conversion.
+void BuildSpec(const Placeholder& placeholder, std::string_view lengthAndConversion, char (&spec)[48]) {
+    char* out = spec;
+    *out++ = '%';
+    if (placeholder.leftAlign)
+        *out++ = '-';
+    if (placeholder.plus)
+        *out++ = '+';
+    if (placeholder.space)
+        *out++ = ' ';
+    if (placeholder.alternate)
+        *out++ = '#';
+    if (placeholder.zeroPad)
+        *out++ = '0';
+    if (placeholder.width >= 0) {
+        out += std::snprintf(out, 8, "%d", placeholder.width);
+    }
+    if (placeholder.precision >= 0) {
+        out += std::snprintf(out, 9, ".%d", placeholder.precision);
+    }
+    out = std::copy(lengthAndConversion.begin(), lengthAndConversion.end(), out);
+    *out = '\0';
+}
+
+void WriteText(Output& output, std::string_view text, const Placeholder& placeholder) {
+    if (placeholder.precision >= 0) {
+        text = text.substr(0, static_cast<std::size_t>(placeholder.precision));
+    }
+    std::size_t padding = placeholder.width > 0 && static_cast<std::size_t>(placeholder.width) > text.size()
+                              ? static_cast<std::size_t>(placeholder.width) - text.size()
+                              : 0;
+    if (!placeholder.leftAlign) {
+        output.AppendRepeated(' ', padding);
+    }
+    output.Append(text);
+    if (placeholder.leftAlign) {
+        output.AppendRepeated(' ', padding);
+    }
+}
+
+bool IsUnsignedConversion(char conversion) {
+    return conversion == 'o' || conversion == 'u' || conversion == 'x' || conversion == 'X';
+}
+
+void WriteInteger(Output& output, const FormatArgument& argument, const Placeholder& placeholder, char conversion) {
+    char spec[48];
+    char lengthAndConversion[4] = {};
+    bool wide = argument.GetKind() != FormatArgument::Kind::Signed32 && conversion != 'c';
+    if (wide) {
+        lengthAndConversion[0] = 'l';
+        lengthAndConversion[1] = 'l';
+        lengthAndConversion[2] = conversion;
+    } else {
+        lengthAndConversion[0] = conversion;
+    }
+    BuildSpec(placeholder, lengthAndConversion, spec);
+    // Signed and unsigned kinds share the bit pattern, as printf reads them.
+    auto bits = argument.GetKind() == FormatArgument::Kind::Unsigned64 ? argument.Unsigned()
+                                                                       : static_cast<std::uint64_t>(argument.Signed());
+    if (conversion == 'c') {
+        output.Print(spec, static_cast<int>(static_cast<unsigned char>(bits)));
+    } else if (!wide) {
+        if (IsUnsignedConversion(conversion)) {
+            output.Print(spec, static_cast<unsigned>(bits));
+        } else {
+            output.Print(spec, static_cast<int>(static_cast<std::int32_t>(bits)));
+        }
+    } else if (IsUnsignedConversion(conversion)) {
+        output.Print(spec, static_cast<unsigned long long>(bits));
+    } else {
+        output.Print(spec, static_cast<long long>(bits));
+    }
+}
+
+void WritePlaceholder(Output& output, const Placeholder& placeholder) {
+    // Writing through the argument ("%n") is never done.
+    if (placeholder.conversion == 'n') {
+        return;
+    }
+    const FormatArgument& argument = *placeholder.argument;
+    KindRules rules = RulesOf(argument.GetKind());
+    char conversion = placeholder.conversion;
+    if (placeholder.numberOnly || rules.allowed.find(conversion) == std::string_view::npos) {
+        conversion = rules.fallback;
+    }
+    switch (argument.GetKind()) {
+        case FormatArgument::Kind::Text:
+            WriteText(output, argument.Text(), placeholder);
+            return;
+        case FormatArgument::Kind::Double: {
+            char spec[48];
+            char conversionText[2] = {conversion, '\0'};
+            BuildSpec(placeholder, conversionText, spec);
+            output.Print(spec, argument.Double());
+            return;
+        }
+        default:
+            WriteInteger(output, argument, placeholder, conversion);
+    }
+}
+
+}  // namespace
+
+std::size_t FormatMessageInto(char* buffer, std::size_t capacity, std::string_view format,
+                              std::span<const FormatArgument> arguments) {
+    Output output(buffer, capacity);
+    std::size_t nextArgument = 0;
+    PlaceholderParser parser(format, arguments, nextArgument);
+    std::size_t position = 0;
+    while (position < format.size() && !output.Full()) {
+        std::size_t percent = std::min(format.find('%', position), format.size());
+        output.Append(format.substr(position, percent - position));
+        position = percent;
+        if (position == format.size()) {
+            break;
+        }
+        if (position + 1 < format.size() && format[position + 1] == '%') {
+            output.Append("%");
+            position += 2;
+            continue;
+        }
+        Placeholder placeholder;
+        if (!parser.Parse(position, placeholder, position)) {
+            break;
+        }
+        WritePlaceholder(output, placeholder);
+    }
+    return output.Finish();
+}
+
+std::string FormatMessage(std::string_view format, std::span<const FormatArgument> arguments) {
+    char buffer[kMaxFormattedMessage + 1];
+    std::size_t length = FormatMessageInto(buffer, sizeof buffer, format, arguments);
+    return std::string(buffer, length);
+}
+
+std::string FormatMessage(std::string_view format, std::initializer_list<FormatArgument> arguments) {
+    return FormatMessage(format, std::span<const FormatArgument>(arguments.begin(), arguments.size()));
+}
+
+}  // namespace wex

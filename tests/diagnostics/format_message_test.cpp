@@ -1,0 +1,188 @@
+#include "diagnostics/format_message.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <limits>
+#include <string>
+
+namespace wex {
+
+struct Point {
+    int x;
+    int y;
+};
+template <>
+struct FormatText<Point> {
+    static std::string Text(const Point& p) { return "(" + std::to_string(p.x) + "," + std::to_string(p.y) + ")"; }
+};
+
+namespace {
+
+TEST(FormatMessage, NumberedPlaceholdersTakeTheirArguments) {
+    EXPECT_EQ(FormatMessage("%1.%2.%3", {1, 0, 5}), "1.0.5");
+    EXPECT_EQ(FormatMessage("%2 before %1", {"a", "b"}), "b before a");
+    EXPECT_EQ(FormatMessage("%1$5s", {"abc"}), "  abc");
+    EXPECT_EQ(FormatMessage("100%%", {}), "100%");
+    EXPECT_EQ(FormatMessage("%1%1", {7}), "77");
+}
+
+TEST(FormatMessage, NumberedPlaceholdersDoNotAdvanceTheOrder) {
+    EXPECT_EQ(FormatMessage("%1 %2 %9s", {"a", "b"}), "a b         a");
+    EXPECT_EQ(FormatMessage("%2 %s %s", {"a", "b"}), "b a b");
+}
+
+TEST(FormatMessage, DigitsAfterANumberedPlaceholderAreText) {
+    EXPECT_EQ(FormatMessage("%1d", {4}), "4d");
+    EXPECT_EQ(FormatMessage("%10", {1, 2, 3, 4, 5, 6, 7, 8, 9, 10}), "10");
+    // 10 exceeds the count: a width, and the format ends before a conversion.
+    EXPECT_EQ(FormatMessage("%10", {1}), "");
+}
+
+TEST(FormatMessage, NumberAboveTheArgumentCountIsAWidth) {
+    // "$" is then the conversion, which a text replaces by "s".
+    EXPECT_EQ(FormatMessage("x%3$sy", {"a", "b"}), "x  asy");
+}
+
+TEST(FormatMessage, MissingArgumentEndsTheText) {
+    EXPECT_EQ(FormatMessage("%s %s %s", {"a", "b"}), "a b ");
+    EXPECT_EQ(FormatMessage("a %*d b", {5}), "a ");
+    EXPECT_EQ(FormatMessage("a %*3$d b", {5, 6}), "a ");
+    EXPECT_EQ(FormatMessage("a %", {5}), "a ");
+    EXPECT_EQ(FormatMessage("a %-5", {5}), "a ");
+}
+
+TEST(FormatMessage, PlaceholderOfMoreThanSixtyCharactersEndsTheText) {
+    std::string sixty = "%" + std::string(58, '-') + "s";  // 60 characters
+    EXPECT_EQ(FormatMessage("<" + sixty + ">", {"x"}), "<x>");
+    std::string sixtyOne = "%" + std::string(59, '-') + "s";
+    EXPECT_EQ(FormatMessage("<" + sixtyOne + ">", {"x"}), "<");
+}
+
+TEST(FormatMessage, FlagsWidthAndPrecision) {
+    struct Row {
+        const char* format;
+        FormatArgument argument;
+        const char* expected;
+    };
+    const Row rows[] = {
+        {"[%5d]", 42, "[   42]"},
+        {"[%-5d]", 42, "[42   ]"},
+        {"[%05d]", -42, "[-0042]"},
+        {"[%+d]", 42, "[+42]"},
+        {"[% d]", 42, "[ 42]"},
+        {"[%#x]", 255, "[0xff]"},
+        {"[%X]", 255, "[FF]"},
+        {"[%o]", 8, "[10]"},
+        {"[%.3d]", 7, "[007]"},
+        {"[%8.3f]", 3.14159, "[   3.142]"},
+        {"[%e]", 1500.0, "[1.500000e+03]"},
+        {"[%G]", 0.00001, "[1E-05]"},
+        {"[%-6s]", "ab", "[ab    ]"},
+        {"[%.2s]", "abcdef", "[ab]"},
+        {"[%6.2s]", "abcdef", "[    ab]"},
+        {"[%---5s]", "ab", "[ab   ]"},
+        {"[%1$-4s]", "ab", "[ab  ]"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.format);
+        EXPECT_EQ(FormatMessage(row.format, {row.argument}), row.expected);
+    }
+}
+
+TEST(FormatMessage, StarTakesWidthAndPrecisionFromArguments) {
+    EXPECT_EQ(FormatMessage("[%*d]", {4, 7}), "[   7]");
+    EXPECT_EQ(FormatMessage("[%*d]", {-4, 7}), "[7   ]");
+    EXPECT_EQ(FormatMessage("[%.*f]", {2, 1.23456}), "[1.23]");
+    EXPECT_EQ(FormatMessage("[%*.*s]", {std::uint64_t{5}, std::int64_t{2}, "abcdef"}), "[   ab]");
+    EXPECT_EQ(FormatMessage("[%*2$s]", {"x", 3}), "[  x]");
+    // Texts and doubles count as 0.
+    EXPECT_EQ(FormatMessage("[%*d]", {"wide", 7}), "[7]");
+    EXPECT_EQ(FormatMessage("[%.*s]", {"three", "abc"}), "[]");
+    EXPECT_EQ(FormatMessage("[%*d]", {9.0, 7}), "[7]");
+}
+
+TEST(FormatMessage, EachKindKeepsItsConversionsAndReplacesOthers) {
+    struct Row {
+        const char* format;
+        FormatArgument argument;
+        const char* expected;
+    };
+    const std::string owned = "string";
+    const Row rows[] = {
+        {"%d", std::int32_t{-3}, "-3"},
+        {"%x", std::int32_t{-1}, "ffffffff"},
+        {"%c", std::int32_t{'A'}, "A"},
+        {"%i", std::int32_t{12}, "12"},
+        {"%s", std::int32_t{12}, "12"},
+        {"%f", std::int32_t{12}, "12"},
+        {"%u", std::int32_t{-1}, "4294967295"},
+        {"%d", std::int64_t{-5'000'000'000}, "-5000000000"},
+        {"%x", std::int64_t{-1}, "ffffffffffffffff"},
+        {"%s", std::int64_t{-5'000'000'000}, "-5000000000"},
+        {"%c", std::int64_t{'B'}, "B"},
+        {"%u", std::numeric_limits<std::uint64_t>::max(), "18446744073709551615"},
+        {"%d", std::numeric_limits<std::uint64_t>::max(), "-1"},
+        {"%X", std::uint64_t{0xABCDEF012345}, "ABCDEF012345"},
+        {"%g", std::uint64_t{10}, "10"},
+        {"%c", std::uint64_t{'C'}, "C"},
+        {"%u", 7u, "7"},
+        {"%g", 0.5, "0.5"},
+        {"%a", 1.0, "0x1p+0"},
+        {"%E", 2.5, "2.500000E+00"},
+        {"%F", 2.5, "2.500000"},
+        {"%d", 2.5, "2.5"},
+        {"%s", 2.5, "2.5"},
+        {"%x", 2.5, "2.5"},
+        {"%s", "text", "text"},
+        {"%d", "text", "text"},
+        {"%5x", "ab", "   ab"},
+        {"%s", std::string_view("view"), "view"},
+        {"%s", owned, "string"},
+        {"%s", static_cast<const char*>(nullptr), ""},
+        {"%s", Point{1, 2}, "(1,2)"},
+        {"%d", Point{3, 4}, "(3,4)"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.format);
+        EXPECT_EQ(FormatMessage(row.format, {row.argument}), row.expected);
+    }
+}
+
+TEST(FormatMessage, NumberOnlyPlaceholderUsesTheDefaultForm) {
+    EXPECT_EQ(FormatMessage("%1 %2 %3 %4 %5", {-1, std::int64_t{-5'000'000'000}, ~std::uint64_t{0}, 0.25, "t"}),
+              "-1 -5000000000 18446744073709551615 0.25 t");
+}
+
+TEST(FormatMessage, WrittenLengthModifiersGiveWayToTheArgumentsOwn) {
+    EXPECT_EQ(FormatMessage("%hhd %ld %lld %zu %Lf %jd %td", {300, 1, 2, 3u, 0.5, 4, 5}), "300 1 2 3 0.500000 4 5");
+}
+
+TEST(FormatMessage, ConversionNWritesNothing) {
+    EXPECT_EQ(FormatMessage("a%nb%sc", {1, "x"}), "abxc");
+    EXPECT_EQ(FormatMessage("a%1$nb", {"x"}), "ab");
+}
+
+TEST(FormatMessage, OutputIsCutAt4095Bytes) {
+    std::string long_text(5000, 'x');
+    EXPECT_EQ(FormatMessage("%s", {long_text}), std::string(4095, 'x'));
+    EXPECT_EQ(FormatMessage(long_text, {}), std::string(4095, 'x'));
+    EXPECT_EQ(FormatMessage("ab%4095d", {1}), "ab" + std::string(4093, ' '));
+    EXPECT_EQ(FormatMessage("%99999999999999999999s", {"a"}).size(), 4095u);
+    EXPECT_EQ(FormatMessage("%.99999999999f", {1.0}), "1." + std::string(4093, '0'));
+    std::string exact(4094, 'y');
+    EXPECT_EQ(FormatMessage("%sz", {exact}), exact + "z");
+}
+
+TEST(FormatMessageInto, TerminatesInsideTheCapacity) {
+    char buffer[6];
+    EXPECT_EQ(FormatMessageInto(buffer, sizeof buffer, "%1-%2", std::initializer_list<FormatArgument>{123, 456}), 5u);
+    EXPECT_STREQ(buffer, "123-4");
+    char one[1] = {'x'};
+    EXPECT_EQ(FormatMessageInto(one, 1, "abc", {}), 0u);
+    EXPECT_EQ(one[0], '\0');
+    EXPECT_EQ(FormatMessageInto(nullptr, 0, "abc", {}), 0u);
+}
+
+}  // namespace
+}  // namespace wex
