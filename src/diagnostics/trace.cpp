@@ -1,0 +1,7 @@
+#include "diagnostics/trace.h"
+
+namespace wex {
+
+void Trace(const char*, ...) {}
+
+}  // namespace wex

@@ -1,0 +1,103 @@
+#include "diagnostics/line_pattern.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <regex>
+#include <string>
+
+#include "diagnostics/log_category.h"
+#include "diagnostics/log_system.h"
+#include "platform/thread_id.h"
+
+namespace wex {
+namespace {
+
+LogRecord HostRecord(const char* message) {
+    LogRecord record;
+    record.year = 2024;
+    record.month = 5;
+    record.day = 1;
+    record.hour = 13;
+    record.minute = 2;
+    record.second = 3;
+    record.millisecond = 4;
+    record.level = LogLevel::Error;
+    record.categories = LogCategory::Dbg | LogCategory::Net;
+    record.message = message;
+    return record;
+}
+
+std::string Line(const char* pattern, const LogRecord& record, std::size_t capacity = kLogBufferSize) {
+    std::string buffer(capacity, '\x7f');
+    std::size_t length = FormatLine(pattern, record, buffer.data(), capacity);
+    EXPECT_EQ(buffer[length], '\0');
+    return buffer.substr(0, length);
+}
+
+TEST(FormatLine, HostPatternFromAFixedRecord) {
+    EXPECT_EQ(Line("#D| #L| #G| #M", HostRecord("text")), "2024-05-01T13:02:03.004|  ERROR| DBG;NET| text\n");
+}
+
+TEST(FormatLine, LevelNamesAreSixCharactersWide) {
+    LogRecord record = HostRecord("");
+    const std::pair<LogLevel, const char*> rows[] = {
+        {LogLevel::Okay, "[  OKAY]\n"},
+        {LogLevel::Warn, "[  WARN]\n"},
+        {LogLevel::Error, "[ ERROR]\n"},
+        {LogLevel::Always, "[ALWAYS]\n"},
+    };
+    for (const auto& [level, expected] : rows) {
+        record.level = level;
+        EXPECT_EQ(Line("[#L]", record), expected);
+    }
+}
+
+TEST(FormatLine, CategoriesLowestBitFirst) {
+    LogRecord record = HostRecord("");
+    record.categories = ~std::uint64_t{0} >> 56;
+    EXPECT_EQ(Line("#G", record), "DBG;GEN;XTR;PRF;MEM;DSK;NET;TST\n");
+    record.categories = std::uint64_t{1} << 63 | LogCategory::Tst;
+    EXPECT_EQ(Line("#G", record), "TST;???\n");
+    record.categories = 0;
+    EXPECT_EQ(Line("[#G]", record), "[]\n");
+}
+
+TEST(FormatLine, ExecutableThreadAndClockCodes) {
+    char thread[32];
+    std::snprintf(thread, sizeof thread, "%p", platform::CurrentThreadId());
+    EXPECT_EQ(Line("#E #T", HostRecord("")), std::string(LogExecutableName()) + " " + thread + "\n");
+    EXPECT_TRUE(std::regex_match(Line("#H", HostRecord("")), std::regex("[0-9]{6}\\.[0-9]{3}\n")));
+}
+
+TEST(FormatLine, HashBeforeAnyOtherCharacterGivesThatCharacter) {
+    EXPECT_EQ(Line("## #x #| #", HostRecord("")), "# x | #\n");
+}
+
+TEST(FormatLine, EndsWithExactlyOneNewline) {
+    EXPECT_EQ(Line("#M", HostRecord("a\n")), "a\n");
+    EXPECT_EQ(Line("#M", HostRecord("a\n\n")), "a\n\n");  // only a missing newline is added
+    EXPECT_EQ(Line("", HostRecord("")), "\n");
+    EXPECT_EQ(Line(nullptr, HostRecord("")), "\n");
+}
+
+TEST(FormatLine, LongLineIsCutAndKeepsItsNewline) {
+    std::string message(5000, 'm');
+    std::string line = Line("#M", HostRecord(message.c_str()));
+    EXPECT_EQ(line, std::string(4094, 'm') + "\n");
+    EXPECT_EQ(Line("abc#M", HostRecord(message.c_str()), 6), "abcm\n");
+    // Exactly fitting: 4094 characters and the newline.
+    std::string fitting(4094, 'f');
+    EXPECT_EQ(Line("#M", HostRecord(fitting.c_str())), fitting + "\n");
+    std::string fittingWithNewline = std::string(4094, 'f') + "\n";
+    EXPECT_EQ(Line("#M", HostRecord(fittingWithNewline.c_str())), fittingWithNewline);
+}
+
+TEST(FormatLine, TinyBuffers) {
+    EXPECT_EQ(Line("#M", HostRecord("abc"), 2), "\n");
+    EXPECT_EQ(Line("#M", HostRecord("abc"), 1), "");
+    EXPECT_EQ(FormatLine("#M", HostRecord("abc"), nullptr, 0), 0u);
+}
+
+}  // namespace
+}  // namespace wex
