@@ -1,5 +1,7 @@
 #include "diagnostics/format_message.h"
 
+#include "diagnostics/bounded_text.h"
+
 #include <algorithm>
 #include <cstdio>
 
@@ -10,52 +12,6 @@ namespace {
 constexpr std::size_t kPlaceholderLimit = 60;
 // Widths and precisions beyond what can ever show in the output are clamped.
 constexpr int kFieldLimit = static_cast<int>(kMaxFormattedMessage);
-
-class Output {
-  public:
-    Output(char* buffer, std::size_t capacity) : buffer_(buffer), capacity_(capacity) {}
-
-    bool Full() const { return length_ + 1 >= capacity_; }
-
-    void Append(std::string_view text) {
-        std::size_t room = Full() ? 0 : capacity_ - 1 - length_;
-        std::size_t count = std::min(room, text.size());
-        std::copy_n(text.data(), count, buffer_ + length_);
-        length_ += count;
-    }
-
-    void AppendRepeated(char c, std::size_t count) {
-        std::size_t room = Full() ? 0 : capacity_ - 1 - length_;
-        count = std::min(room, count);
-        std::fill_n(buffer_ + length_, count, c);
-        length_ += count;
-    }
-
-    // Runs snprintf at the end of the text; the output is cut at the capacity.
-    template <class T>
-    void Print(const char* spec, T value) {
-        if (Full()) {
-            return;
-        }
-        int written = std::snprintf(buffer_ + length_, capacity_ - length_, spec, value);
-        if (written > 0) {
-            length_ += std::min(static_cast<std::size_t>(written), capacity_ - 1 - length_);
-        }
-        buffer_[length_] = '\0';
-    }
-
-    std::size_t Finish() {
-        if (capacity_ != 0) {
-            buffer_[length_] = '\0';
-        }
-        return length_;
-    }
-
-  private:
-    char* buffer_;
-    std::size_t capacity_;
-    std::size_t length_ = 0;
-};
 
 struct Placeholder {
     const FormatArgument* argument = nullptr;
@@ -191,40 +147,47 @@ class PlaceholderParser {
         }
     }
 
-    bool ParseWidth(Placeholder& placeholder) {
-        if (Peek() != '*') {
-            if (IsDigit(Peek())) {
-                placeholder.width = std::min(ReadNumber(), kFieldLimit);
+    // Digits or a "*" argument. False when the "*" argument is missing.
+    bool ReadField(int& value, bool& given) {
+        if (Peek() == '*') {
+            const FormatArgument* argument = TakeStarArgument();
+            if (argument == nullptr) {
+                return false;
             }
+            value = StarValue(*argument);
+            given = true;
             return true;
         }
-        const FormatArgument* argument = TakeStarArgument();
-        if (argument == nullptr) {
-            return false;
-        }
-        int width = StarValue(*argument);
-        if (width < 0) {
-            placeholder.leftAlign = true;
-            width = -width;
-        }
-        placeholder.width = width;
+        given = IsDigit(Peek());
+        value = std::min(ReadNumber(), kFieldLimit);
         return true;
     }
 
+    // A negative "*" width aligns left.
+    bool ParseWidth(Placeholder& placeholder) {
+        int width = 0;
+        bool given = false;
+        if (!ReadField(width, given)) {
+            return false;
+        }
+        if (given) {
+            placeholder.leftAlign = placeholder.leftAlign || width < 0;
+            placeholder.width = width < 0 ? -width : width;
+        }
+        return true;
+    }
+
+    // "." alone is precision 0; a negative "*" precision counts as none.
     bool ParsePrecision(Placeholder& placeholder) {
         if (Peek() != '.') {
             return true;
         }
         ++position_;
-        if (Peek() != '*') {
-            placeholder.precision = std::min(ReadNumber(), kFieldLimit);
-            return true;
-        }
-        const FormatArgument* argument = TakeStarArgument();
-        if (argument == nullptr) {
+        int precision = 0;
+        bool given = false;
+        if (!ReadField(precision, given)) {
             return false;
         }
-        int precision = StarValue(*argument);
         placeholder.precision = precision < 0 ? -1 : precision;
         return true;
     }
@@ -293,7 +256,7 @@ void BuildSpec(const Placeholder& placeholder, std::string_view lengthAndConvers
     *out = '\0';
 }
 
-void WriteText(Output& output, std::string_view text, const Placeholder& placeholder) {
+void WriteText(BoundedText& output, std::string_view text, const Placeholder& placeholder) {
     if (placeholder.precision >= 0) {
         text = text.substr(0, static_cast<std::size_t>(placeholder.precision));
     }
@@ -313,7 +276,8 @@ bool IsUnsignedConversion(char conversion) {
     return conversion == 'o' || conversion == 'u' || conversion == 'x' || conversion == 'X';
 }
 
-void WriteInteger(Output& output, const FormatArgument& argument, const Placeholder& placeholder, char conversion) {
+void WriteInteger(BoundedText& output, const FormatArgument& argument, const Placeholder& placeholder,
+                  char conversion) {
     char spec[48];
     char lengthAndConversion[4] = {};
     bool wide = argument.GetKind() != FormatArgument::Kind::Signed32 && conversion != 'c';
@@ -343,7 +307,7 @@ void WriteInteger(Output& output, const FormatArgument& argument, const Placehol
     }
 }
 
-void WritePlaceholder(Output& output, const Placeholder& placeholder) {
+void WritePlaceholder(BoundedText& output, const Placeholder& placeholder) {
     // Writing through the argument ("%n") is never done.
     if (placeholder.conversion == 'n') {
         return;
@@ -374,7 +338,10 @@ void WritePlaceholder(Output& output, const Placeholder& placeholder) {
 
 std::size_t FormatMessageInto(char* buffer, std::size_t capacity, std::string_view format,
                               std::span<const FormatArgument> arguments) {
-    Output output(buffer, capacity);
+    if (capacity == 0) {
+        return 0;
+    }
+    BoundedText output(buffer, capacity - 1);
     std::size_t nextArgument = 0;
     PlaceholderParser parser(format, arguments, nextArgument);
     std::size_t position = 0;
@@ -396,7 +363,7 @@ std::size_t FormatMessageInto(char* buffer, std::size_t capacity, std::string_vi
         }
         WritePlaceholder(output, placeholder);
     }
-    return output.Finish();
+    return output.Terminate();
 }
 
 std::string FormatMessage(std::string_view format, std::span<const FormatArgument> arguments) {

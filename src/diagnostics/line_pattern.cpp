@@ -6,6 +6,7 @@
 #include <cstring>
 #include <string_view>
 
+#include "diagnostics/bounded_text.h"
 #include "diagnostics/log_category.h"
 #include "diagnostics/log_system.h"
 #include "platform/monotonic_clock.h"
@@ -13,40 +14,6 @@
 
 namespace wex {
 namespace {
-
-// Appends up to a limit that leaves room for the closing newline and terminator.
-class LineWriter {
-  public:
-    LineWriter(char* buffer, std::size_t textLimit) : buffer_(buffer), limit_(textLimit) {}
-
-    void Append(std::string_view text) {
-        std::size_t count = std::min(text.size(), limit_ - length_);
-        std::memcpy(buffer_ + length_, text.data(), count);
-        length_ += count;
-    }
-
-    template <class... Values>
-    void Print(const char* format, Values... values) {
-        char piece[64];
-        int written = std::snprintf(piece, sizeof piece, format, values...);
-        if (written > 0) {
-            Append(std::string_view(piece, std::min(static_cast<std::size_t>(written), sizeof piece - 1)));
-        }
-    }
-
-    std::size_t Finish() {
-        if (length_ == 0 || buffer_[length_ - 1] != '\n') {
-            buffer_[length_++] = '\n';
-        }
-        buffer_[length_] = '\0';
-        return length_;
-    }
-
-  private:
-    char* buffer_;
-    std::size_t limit_;
-    std::size_t length_ = 0;
-};
 
 std::uint64_t NanosecondsSinceFirstRead() {
     static std::atomic<std::uint64_t> first{0};
@@ -58,7 +25,7 @@ std::uint64_t NanosecondsSinceFirstRead() {
     return now - expected;
 }
 
-void AppendCategories(LineWriter& line, std::uint64_t categories) {
+void AppendCategories(BoundedText& line, std::uint64_t categories) {
     bool first = true;
     for (unsigned bit = 0; bit < kMaxLogCategories; ++bit) {
         if ((categories & (std::uint64_t{1} << bit)) == 0) {
@@ -72,11 +39,11 @@ void AppendCategories(LineWriter& line, std::uint64_t categories) {
     }
 }
 
-void AppendCode(LineWriter& line, char code, const LogRecord& record) {
+void AppendCode(BoundedText& line, char code, const LogRecord& record) {
     switch (code) {
         case 'D':
-            line.Print("%04d-%02d-%02dT%02d:%02d:%02d.%03d", record.year, record.month, record.day, record.hour,
-                       record.minute, record.second, record.millisecond);
+            line.Print("%04d-%02d-%02dT%02d:%02d:%02d.%03d", record.time.year, record.time.month, record.time.day,
+                       record.time.hour, record.time.minute, record.time.second, record.time.millisecond);
             break;
         case 'E':
             line.Append(LogExecutableName());
@@ -112,7 +79,8 @@ std::size_t FormatLine(const char* pattern, const LogRecord& record, char* buffe
         }
         return 0;
     }
-    LineWriter line(buffer, capacity - 2);
+    // Room is kept for the closing newline and the terminator.
+    BoundedText line(buffer, capacity - 2);
     std::string_view text = pattern == nullptr ? "" : pattern;
     for (std::size_t i = 0; i < text.size(); ++i) {
         // A lone "#" at the end is kept as written.
@@ -122,7 +90,12 @@ std::size_t FormatLine(const char* pattern, const LogRecord& record, char* buffe
             line.Append(text.substr(i, 1));
         }
     }
-    return line.Finish();
+    std::size_t length = line.Length();
+    if (length == 0 || buffer[length - 1] != '\n') {
+        buffer[length++] = '\n';
+    }
+    buffer[length] = '\0';
+    return length;
 }
 
 }  // namespace wex

@@ -1,21 +1,18 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include "diagnostics/log_level.h"
+#include "platform/local_time.h"
 
 namespace wex {
 
-// One record as the log system hands it to targets. The message is
+// One record as the log system hands it to targets: when (local time), how
+// severe, which categories and what. The message is
 // zero-terminated, at most 4095 bytes, and lives only for the write call.
 struct LogRecord {
-    std::int32_t year = 0;
-    std::int32_t month = 0;
-    std::int32_t day = 0;
-    std::int32_t hour = 0;
-    std::int32_t minute = 0;
-    std::int32_t second = 0;
-    std::int32_t millisecond = 0;
+    platform::LocalTime time;
     LogLevel level = LogLevel::Okay;
     std::uint64_t categories = 0;
     const char* message = "";

@@ -176,9 +176,7 @@ void LogMessageV(LogLevel level, std::uint64_t categories, const char* format, s
     }
     char message[kLogBufferSize];
     std::vsnprintf(message, sizeof message, format, arguments);
-    platform::LocalTime now = platform::CurrentLocalTime();
-    LogRecord record{now.year,   now.month,       now.day, now.hour,   now.minute,
-                     now.second, now.millisecond, level,   categories, message};
+    LogRecord record{platform::CurrentLocalTime(), level, categories, message};
     try {
         Deliver(*system, record);
     } catch (...) {

@@ -15,13 +15,7 @@ namespace {
 
 LogRecord HostRecord(const char* message) {
     LogRecord record;
-    record.year = 2024;
-    record.month = 5;
-    record.day = 1;
-    record.hour = 13;
-    record.minute = 2;
-    record.second = 3;
-    record.millisecond = 4;
+    record.time = {2024, 5, 1, 13, 2, 3, 4};
     record.level = LogLevel::Error;
     record.categories = LogCategory::Dbg | LogCategory::Net;
     record.message = message;
