@@ -1,9 +1,10 @@
 #include "diagnostics/format_message.h"
 
-#include "diagnostics/bounded_text.h"
-
 #include <algorithm>
 #include <cstdio>
+#include <utility>
+
+#include "diagnostics/bounded_text.h"
 
 namespace wex {
 namespace {
@@ -236,16 +237,16 @@ KindRules RulesOf(FormatArgument::Kind kind) {
 void BuildSpec(const Placeholder& placeholder, std::string_view lengthAndConversion, char (&spec)[48]) {
     char* out = spec;
     *out++ = '%';
-    if (placeholder.leftAlign)
-        *out++ = '-';
-    if (placeholder.plus)
-        *out++ = '+';
-    if (placeholder.space)
-        *out++ = ' ';
-    if (placeholder.alternate)
-        *out++ = '#';
-    if (placeholder.zeroPad)
-        *out++ = '0';
+    const std::pair<bool, char> flags[] = {{placeholder.leftAlign, '-'},
+                                           {placeholder.plus, '+'},
+                                           {placeholder.space, ' '},
+                                           {placeholder.alternate, '#'},
+                                           {placeholder.zeroPad, '0'}};
+    for (auto [given, flag] : flags) {
+        if (given) {
+            *out++ = flag;
+        }
+    }
     if (placeholder.width >= 0) {
         out += std::snprintf(out, 8, "%d", placeholder.width);
     }

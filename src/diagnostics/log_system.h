@@ -23,7 +23,8 @@ void ReleaseLogSystem();
 // logging is disabled, below the minimum level or of an excluded category. Any
 // thread; allocates nothing once the log system exists.
 void LogMessage(LogLevel level, std::uint64_t categories, const char* format, ...) WEX_PRINTF_FORMAT(3, 4);
-void LogMessageV(LogLevel level, std::uint64_t categories, const char* format, std::va_list arguments);
+void LogMessageV(LogLevel level, std::uint64_t categories, const char* format, std::va_list arguments)
+    WEX_PRINTF_FORMAT(3, 0);
 
 // Settings, each under the log system's lock.
 void SetMinimumLevel(LogLevel level);

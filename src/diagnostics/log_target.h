@@ -36,7 +36,9 @@ inline constexpr const char* kDefaultLogPattern = "#D| #L| #G| #M";
 // The base of all targets: a level, included and excluded categories, a line
 // pattern and whether it is active, guarded by its own recursive lock. Lock
 // order: the log system's lock first, then a target's; activation and
-// deactivation take only the log system's.
+// deactivation take only the log system's. A target leaves the active list when
+// destroyed; one derived from this base should be deactivated before its
+// destruction begins when other threads may be logging.
 class LogTarget {
   public:
     LogTarget();

@@ -3,7 +3,8 @@
 namespace wex::platform {
 
 // Receives every text written to the debugger output, instead of the platform's
-// debugger. Called on the writing thread; context is the one given with it.
+// debugger. Called on the writing thread, one call at a time, with the context
+// given with it; it must not write to the debugger output itself.
 using DebuggerSink = void (*)(const char* text, void* context);
 
 // Writes a zero-terminated text to the debugger output: the attached debugger on

@@ -50,15 +50,5 @@ TEST_F(ConsoleLogTarget, StandardOutputFlushesEachLineWhenAsked) {
     std::fclose(reader);
 }
 
-TEST(ConsoleLogTargetNames, TypeNames) {
-    StdErrLogTarget standardError;
-    StdOutLogTarget standardOutput;
-    DebuggerConsoleLogTarget debugger;
-    EXPECT_STREQ(standardError.TypeName(), "StdErrLogTarget");
-    EXPECT_STREQ(standardOutput.TypeName(), "StdOutLogTarget");
-    EXPECT_STREQ(debugger.TypeName(), "DebuggerConsoleLogTarget");
-    EXPECT_STREQ(standardOutput.BaseConsoleLogTarget::TypeName(), "BaseConsoleLogTarget");
-}
-
 }  // namespace
 }  // namespace wex::test
