@@ -164,9 +164,9 @@ TEST(FormatMessage, ConversionNWritesNothing) {
 }
 
 TEST(FormatMessage, OutputIsCutAt4095Bytes) {
-    std::string long_text(5000, 'x');
-    EXPECT_EQ(FormatMessage("%s", {long_text}), std::string(4095, 'x'));
-    EXPECT_EQ(FormatMessage(long_text, {}), std::string(4095, 'x'));
+    std::string longText(5000, 'x');
+    EXPECT_EQ(FormatMessage("%s", {longText}), std::string(4095, 'x'));
+    EXPECT_EQ(FormatMessage(longText, {}), std::string(4095, 'x'));
     EXPECT_EQ(FormatMessage("ab%4095d", {1}), "ab" + std::string(4093, ' '));
     EXPECT_EQ(FormatMessage("%99999999999999999999s", {"a"}).size(), 4095u);
     EXPECT_EQ(FormatMessage("%.99999999999f", {1.0}), "1." + std::string(4093, '0'));

@@ -137,8 +137,8 @@ TEST_F(LogSystemDefaults, DisabledLoggingWritesNothingUntilEnabled) {
 TEST_F(LogSystemDefaults, MessagesAreCutAt4095Bytes) {
     RecordingTarget target;
     target.Activate();
-    std::string long_text(5000, 'x');
-    LogMessage(LogLevel::Warn, LogCategory::Dbg, "%s", long_text.c_str());
+    std::string longText(5000, 'x');
+    LogMessage(LogLevel::Warn, LogCategory::Dbg, "%s", longText.c_str());
     ASSERT_EQ(target.messages.size(), 1u);
     EXPECT_EQ(target.messages[0], std::string(4095, 'x'));
     std::string line = debugger.Texts().at(0);
