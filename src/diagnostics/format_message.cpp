@@ -234,8 +234,8 @@ KindRules RulesOf(FormatArgument::Kind kind) {
 }
 
 // "%", the flags, the width and the precision; the caller appends the length and conversion.
-void BuildSpec(const Placeholder& placeholder, std::string_view lengthAndConversion, char (&spec)[48]) {
-    char* out = spec;
+void BuildPrintfFormat(const Placeholder& placeholder, std::string_view lengthAndConversion, char (&printfFormat)[48]) {
+    char* out = printfFormat;
     *out++ = '%';
     const std::pair<bool, char> flags[] = {{placeholder.leftAlign, '-'},
                                            {placeholder.plus, '+'},
@@ -279,7 +279,7 @@ bool IsUnsignedConversion(char conversion) {
 
 void WriteInteger(BoundedText& output, const FormatArgument& argument, const Placeholder& placeholder,
                   char conversion) {
-    char spec[48];
+    char printfFormat[48];
     char lengthAndConversion[4] = {};
     bool wide = argument.GetKind() != FormatArgument::Kind::Signed32 && conversion != 'c';
     if (wide) {
@@ -289,22 +289,22 @@ void WriteInteger(BoundedText& output, const FormatArgument& argument, const Pla
     } else {
         lengthAndConversion[0] = conversion;
     }
-    BuildSpec(placeholder, lengthAndConversion, spec);
+    BuildPrintfFormat(placeholder, lengthAndConversion, printfFormat);
     // Signed and unsigned kinds share the bit pattern, as printf reads them.
     auto bits = argument.GetKind() == FormatArgument::Kind::Unsigned64 ? argument.Unsigned()
                                                                        : static_cast<std::uint64_t>(argument.Signed());
     if (conversion == 'c') {
-        output.Print(spec, static_cast<int>(static_cast<unsigned char>(bits)));
+        output.Print(printfFormat, static_cast<int>(static_cast<unsigned char>(bits)));
     } else if (!wide) {
         if (IsUnsignedConversion(conversion)) {
-            output.Print(spec, static_cast<unsigned>(bits));
+            output.Print(printfFormat, static_cast<unsigned>(bits));
         } else {
-            output.Print(spec, static_cast<int>(static_cast<std::int32_t>(bits)));
+            output.Print(printfFormat, static_cast<int>(static_cast<std::int32_t>(bits)));
         }
     } else if (IsUnsignedConversion(conversion)) {
-        output.Print(spec, static_cast<unsigned long long>(bits));
+        output.Print(printfFormat, static_cast<unsigned long long>(bits));
     } else {
-        output.Print(spec, static_cast<long long>(bits));
+        output.Print(printfFormat, static_cast<long long>(bits));
     }
 }
 
@@ -324,10 +324,10 @@ void WritePlaceholder(BoundedText& output, const Placeholder& placeholder) {
             WriteText(output, argument.Text(), placeholder);
             return;
         case FormatArgument::Kind::Double: {
-            char spec[48];
+            char printfFormat[48];
             char conversionText[2] = {conversion, '\0'};
-            BuildSpec(placeholder, conversionText, spec);
-            output.Print(spec, argument.Double());
+            BuildPrintfFormat(placeholder, conversionText, printfFormat);
+            output.Print(printfFormat, argument.Double());
             return;
         }
         default:
