@@ -1,0 +1,100 @@
+#include "plugin_library.h"
+
+#include <dlfcn.h>
+
+#include <charconv>
+
+namespace tav::host {
+
+std::string CoreVersion::ToString() const {
+    return std::to_string(major) + "." + std::to_string(minor) + "." + std::to_string(patch);
+}
+
+std::optional<CoreVersion> ParseCoreVersion(const std::string& text) {
+    CoreVersion version;
+    std::uint32_t* parts[] = {&version.major, &version.minor, &version.patch};
+    const char* cursor = text.data();
+    const char* end = text.data() + text.size();
+    for (int i = 0; i < 3; ++i) {
+        auto [next, error] = std::from_chars(cursor, end, *parts[i]);
+        if (error != std::errc() || next == cursor) {
+            return std::nullopt;
+        }
+        cursor = next;
+        if (i < 2) {
+            if (cursor == end || *cursor != '.') {
+                return std::nullopt;
+            }
+            ++cursor;
+        }
+    }
+    if (cursor != end) {
+        return std::nullopt;
+    }
+    return version;
+}
+
+MemoryCounters ReadMemoryCounters(const MemoryStats& stats) {
+    auto counter = [&](int index) {
+        return stats.words[2 * index] | (static_cast<std::uint64_t>(stats.words[2 * index + 1]) << 32);
+    };
+    return MemoryCounters{counter(0), counter(1), counter(2), counter(3), counter(4), counter(5)};
+}
+
+PluginLibrary::~PluginLibrary() {
+    Stop();
+    if (handle_ != nullptr) {
+        dlclose(handle_);
+    }
+}
+
+bool PluginLibrary::Open(const std::string& path) {
+    handle_ = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (handle_ == nullptr) {
+        const char* reason = dlerror();
+        error_ = "cannot load " + path + ": " + (reason != nullptr ? reason : "unknown error");
+        return false;
+    }
+    entry_ = reinterpret_cast<PluginLoadFunction>(dlsym(handle_, "load_tav_leagues"));
+    if (entry_ == nullptr) {
+        error_ = path + " does not export load_tav_leagues";
+        return false;
+    }
+    return true;
+}
+
+bool PluginLibrary::Load(const CoreVersion& version) {
+    loadInfo_ = PluginLoadInfo{};
+    loadInfo_.major = version.major;
+    loadInfo_.minor = version.minor;
+    loadInfo_.patch = version.patch;
+    context_ = entry_(&loadInfo_);
+    if (context_ == nullptr || loadInfo_.callbacks == nullptr) {
+        error_ = "load_tav_leagues returned no module";
+        context_ = nullptr;
+        return false;
+    }
+    callbacks_ = *loadInfo_.callbacks;
+    return true;
+}
+
+bool PluginLibrary::Start(const PluginStartInfo& info) {
+    return context_ != nullptr && callbacks_.Start(context_, &info);
+}
+
+void PluginLibrary::Stop() {
+    if (context_ != nullptr) {
+        callbacks_.Stop(context_);
+        context_ = nullptr;
+    }
+}
+
+MemoryCounters PluginLibrary::Memory() const {
+    MemoryStats stats{};
+    if (callbacks_.GetMemoryStats != nullptr) {
+        callbacks_.GetMemoryStats(context_, &stats);
+    }
+    return ReadMemoryCounters(stats);
+}
+
+}  // namespace tav::host

@@ -1,0 +1,88 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "host/plugin_base.h"
+#include "plugin/api_version.h"
+#include "plugin/boundary.h"
+#include "plugin/plugin_name.h"
+
+namespace wex {
+
+class PluginLogTarget;
+
+enum class ModuleState { Constructed, Registered, Started, Finalizing, Finalized };
+
+// The base of every plug-in module: its identity, its type registry, its
+// connection to the host and the three callbacks the host calls. The host
+// holds one module per loaded plug-in through the context pointer. [host-thread]
+class AppModule : public PluginBase {
+public:
+    // Construction talks to nobody; it takes a reference on the log system.
+    explicit AppModule(std::string shortName);
+    ~AppModule() override;
+
+    // The host's functions; each does nothing (and answers 0) before Start.
+    void SendRequest(HostResponse& response, const HostRequest& request) override;
+    std::uint32_t CoreEntry1(std::uint32_t first, std::uint32_t second) override;
+    void SendEvent(const HostEvent& event) override;
+    void SubscribeHostEvent(const char* name, std::uint32_t hostContext, HostEventCallback callback, void* userData,
+                            std::uint32_t flag) override;
+    void UnsubscribeHostEvent(const char* name, std::uint32_t hostContext) override;
+    void ScheduleCallback(const char* label, HostScheduledCallback callback, void* userData, double delaySeconds,
+                          std::uint32_t flag) override;
+    void YieldToHost() override;
+    void BeginWait(const std::string& label, std::uint32_t zero) override;
+    void EndWait() override;
+
+    // Registers the module's own types and routes; called once while loading.
+    virtual void RegisterRoutesAndTypes();
+    // Module start-up once the host connection exists; its answer is Start's.
+    virtual bool OnStart();
+
+    // The load sequence after construction: version check (an incompatible
+    // core ends the process), names, registrations, API table, and the
+    // load record filled for the host.
+    void Load(PluginLoadInfo& info);
+
+    const std::string& ShortName() const { return pluginName_.shortName; }
+    const std::string& FullName() const { return pluginName_.fullName; }
+    const std::string& TypeNamespace() const { return typeNamespace_; }
+    const std::vector<std::string>& ApiTags() const { return apiTags_; }
+    const ApiVersion& HostApiVersion() const { return hostApiVersion_; }
+    const PluginStartInfo* StartInfo() const { return startInfo_; }
+    const PluginCallbacks& Callbacks() const { return callbacks_; }
+    const HostApiTable& ApiTable() const { return apiTable_; }
+    ModuleState State() const { return state_; }
+
+private:
+    bool Start(const PluginStartInfo* info);
+    void AttachLogToHost(const CoreApi* api);
+
+    static bool StartCallback(void* context, const PluginStartInfo* info) noexcept;
+    static void StopCallback(void* context) noexcept;
+    static void MemoryStatsCallback(void* context, MemoryStats* out) noexcept;
+
+    // Holds the module's reference on the log system; declared first so that
+    // it is released after every other member (the log target among them).
+    struct LogSystemReference {
+        LogSystemReference();
+        ~LogSystemReference();
+    } logSystemReference_;
+
+    std::string constructedName_;
+    ApiVersion hostApiVersion_;
+    std::unique_ptr<PluginLogTarget> logTarget_;
+    PluginName pluginName_;
+    std::string typeNamespace_;
+    std::vector<std::string> apiTags_;
+    const PluginStartInfo* startInfo_ = nullptr;
+    PluginCallbacks callbacks_;
+    HostApiTable apiTable_{};
+    ModuleState state_ = ModuleState::Constructed;
+};
+
+}  // namespace wex

@@ -1,0 +1,54 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "support/run_command.h"
+
+namespace {
+
+using ::testing::HasSubstr;
+using tav::test::RunCommand;
+
+const std::string kHost = TAV_HOST_PATH;
+
+TEST(TavHostInspect, PrintsWhatThePluginHandedOver) {
+    const auto result = RunCommand(kHost + " inspect");
+    EXPECT_EQ(result.exitCode, 0) << result.output;
+    EXPECT_THAT(result.output, HasSubstr("with core plugin API 18.0.0\n"));
+    EXPECT_THAT(result.output, HasSubstr("  plugin API version:     18.0.0\n  short name:             tav-leagues\n"));
+    EXPECT_THAT(result.output, HasSubstr("  API table:              "));
+    EXPECT_THAT(result.output, HasSubstr("Start: true\n"));
+    EXPECT_THAT(result.output, HasSubstr("Memory after stop:\n  peak live bytes:        "));
+}
+
+TEST(TavHostInspect, TakesTheCoreVersion) {
+    const auto result = RunCommand(kHost + " inspect --core-version 18.3.1");
+    EXPECT_EQ(result.exitCode, 0) << result.output;
+    EXPECT_THAT(result.output, HasSubstr("with core plugin API 18.3.1\n  plugin API version:     18.0.0\n"));
+}
+
+TEST(TavHostInspect, RefusesAMalformedCoreVersion) {
+    for (const char* version : {"18", "18.0", "18.0.0.1", "a.b.c", "18.-1.0", "18.0.99999999999"}) {
+        SCOPED_TRACE(version);
+        const auto result = RunCommand(kHost + " inspect --core-version '" + version + "'");
+        EXPECT_EQ(result.exitCode, 2);
+        EXPECT_EQ(result.output, std::string("tav-host: --core-version takes major.minor.patch, for example 18.0.0, not '") +
+                                     version + "'\n");
+    }
+}
+
+TEST(TavHostInspect, AnIncompatibleCoreStopsThePlugin) {
+    const auto result = RunCommand(kHost + " inspect --core-version 19.0.0");
+    EXPECT_NE(result.exitCode, 0);
+    EXPECT_THAT(result.output,
+                HasSubstr("ERROR| tav-leagues which supports plugin API 18.0.0 is not compatible with core's plugin "
+                          "API 19.0.0\n"));
+    EXPECT_THAT(result.output, HasSubstr("ERROR| Assertion failed!\n\nExpression: ALE-EECF0606\n"));
+}
+
+TEST(TavHostInspect, ReportsAMissingLibrary) {
+    const auto result = RunCommand(kHost + " inspect --plugin /nonexistent/plugin.so");
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_THAT(result.output, HasSubstr("tav-host: cannot load /nonexistent/plugin.so: "));
+}
+
+}  // namespace

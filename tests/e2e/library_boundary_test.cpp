@@ -1,0 +1,88 @@
+// The built shared library, loaded and driven through its C entry only.
+#include <gtest/gtest.h>
+
+#include <set>
+#include <sstream>
+#include <string>
+
+#include "plugin_library.h"
+#include "support/recording_core.h"
+#include "support/run_command.h"
+
+namespace {
+
+using tav::host::CoreVersion;
+using tav::host::PluginLibrary;
+using tav::test::RecordingCore;
+
+TEST(LibraryBoundary, ExportsOnlyItsEntry) {
+    std::istringstream symbols(tav::test::RunCommand(std::string("nm -D --defined-only ") + TAV_PLUGIN_PATH).output);
+    std::set<std::string> exported;
+    std::string address, type, name;
+    while (symbols >> address >> type >> name) {
+        exported.insert(type + " " + name);
+    }
+    EXPECT_EQ(exported, (std::set<std::string>{"T load_tav_leagues"}));
+}
+
+TEST(LibraryBoundary, NeedsNoCxxRuntimeOfTheHost) {
+    const std::string needed = tav::test::RunCommand(std::string("readelf -d ") + TAV_PLUGIN_PATH + " | grep NEEDED").output;
+    EXPECT_EQ(needed.find("libstdc++"), std::string::npos) << needed;
+}
+
+TEST(LibraryBoundary, LoadFillsTheRecordWithItsOwnVersionAndName) {
+    PluginLibrary library;
+    ASSERT_TRUE(library.Open(TAV_PLUGIN_PATH)) << library.error();
+    ASSERT_TRUE(library.Load(CoreVersion{18, 7, 2}));
+    const PluginLoadInfo& info = library.loadInfo();
+    EXPECT_EQ(info.major, 18u);
+    EXPECT_EQ(info.minor, 0u);
+    EXPECT_EQ(info.patch, 0u);
+    EXPECT_STREQ(info.shortName, "tav-leagues");
+    ASSERT_NE(info.callbacks, nullptr);
+    EXPECT_NE(info.callbacks->Start, nullptr);
+    EXPECT_NE(info.callbacks->Stop, nullptr);
+    EXPECT_NE(info.callbacks->GetMemoryStats, nullptr);
+    ASSERT_NE(info.apiTable, nullptr);
+}
+
+TEST(LibraryBoundary, CountsItsOwnAllocations) {
+    PluginLibrary library;
+    ASSERT_TRUE(library.Open(TAV_PLUGIN_PATH)) << library.error();
+    const auto before = library.Memory();
+    ASSERT_TRUE(library.Load(CoreVersion{}));
+    const auto loaded = library.Memory();
+    EXPECT_GT(loaded.allocations, before.allocations);
+    EXPECT_GT(loaded.allocatedBytes, before.allocatedBytes);
+    EXPECT_GE(loaded.peakLiveBytes, loaded.LiveBytes());
+    library.Stop();
+    const auto stopped = library.Memory();
+    EXPECT_GT(stopped.frees, loaded.frees);
+    EXPECT_LT(stopped.LiveBytes(), loaded.LiveBytes());
+}
+
+TEST(LibraryBoundary, StartsAndStopsWithAHostTable) {
+    PluginLibrary library;
+    ASSERT_TRUE(library.Open(TAV_PLUGIN_PATH)) << library.error();
+    ASSERT_TRUE(library.Load(CoreVersion{}));
+    RecordingCore core;
+    EXPECT_TRUE(library.Start(core.StartInfo()));
+    library.Stop();
+    EXPECT_FALSE(library.loaded());
+}
+
+using LibraryBoundaryDeathTest = ::testing::Test;
+
+TEST(LibraryBoundaryDeathTest, AnIncompatibleCoreEndsTheProcess) {
+    for (const CoreVersion version : {CoreVersion{17, 9, 9}, CoreVersion{19, 0, 0}}) {
+        EXPECT_DEATH(
+            {
+                PluginLibrary library;
+                library.Open(TAV_PLUGIN_PATH);
+                library.Load(version);
+            },
+            "ALE-EECF0606");
+    }
+}
+
+}  // namespace

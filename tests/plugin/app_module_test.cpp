@@ -1,0 +1,184 @@
+#include "plugin/app_module.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "diagnostics/log_system.h"
+
+#include "plugin/plugin_loader.h"
+#include "support/recording_core.h"
+
+namespace wex {
+namespace {
+
+using tav::test::RecordingCore;
+
+class TestModule : public AppModule {
+public:
+    TestModule() : AppModule("tav-leagues") {}
+    bool OnStart() override {
+        ++startCount;
+        return startAnswer;
+    }
+
+    int startCount = 0;
+    bool startAnswer = true;
+};
+
+PluginLoadInfo CoreVersion(std::uint32_t major, std::uint32_t minor, std::uint32_t patch) {
+    PluginLoadInfo info{};
+    info.major = major;
+    info.minor = minor;
+    info.patch = patch;
+    return info;
+}
+
+// Loads a TestModule; Stop (through the callbacks) deletes it.
+TestModule* Load(PluginLoadInfo& info) { return static_cast<TestModule*>(LoadPlugin<TestModule>(&info)); }
+
+TEST(AppModuleLoad, AcceptsEveryCoreOfTheSameMajorAtOrAboveItsOwnVersion) {
+    const std::uint32_t accepted[][3] = {{18, 0, 0}, {18, 0, 7}, {18, 5, 0}, {18, 4294967295u, 0}};
+    for (const auto& version : accepted) {
+        SCOPED_TRACE(std::to_string(version[0]) + "." + std::to_string(version[1]) + "." + std::to_string(version[2]));
+        PluginLoadInfo info = CoreVersion(version[0], version[1], version[2]);
+        TestModule* module = Load(info);
+        ASSERT_NE(module, nullptr);
+        EXPECT_EQ(info.major, 18u);
+        EXPECT_EQ(info.minor, 0u);
+        EXPECT_EQ(info.patch, 0u);
+        EXPECT_EQ(info.context, module);
+        EXPECT_EQ(info.callbacks, &module->Callbacks());
+        EXPECT_STREQ(info.shortName, "tav-leagues");
+        EXPECT_EQ(info.apiTable, &module->ApiTable());
+        EXPECT_EQ(module->State(), ModuleState::Registered);
+        info.callbacks->Stop(info.context);
+    }
+}
+
+TEST(AppModuleLoad, NamesItselfFromItsShortName) {
+    PluginLoadInfo info = CoreVersion(18, 0, 0);
+    TestModule* module = Load(info);
+    EXPECT_EQ(module->FullName(), "wex-be-tav-leagues");
+    EXPECT_EQ(module->ShortName(), "tav-leagues");
+    EXPECT_EQ(module->TypeNamespace(), "TavLeagues");
+    EXPECT_EQ(module->ApiTags(), (std::vector<std::string>{"Plugins", "Plugin tav-leagues"}));
+    EXPECT_EQ(module->HostApiVersion().ToString(), "18.0.0");
+    info.callbacks->Stop(info.context);
+}
+
+TEST(AppModuleLoad, ARecordlessLoadGivesNoModule) { EXPECT_EQ(LoadPlugin<TestModule>(nullptr), nullptr); }
+
+using AppModuleLoadDeathTest = ::testing::Test;
+
+TEST(AppModuleLoadDeathTest, RefusesAnotherMajorOrAnOlderMinor) {
+    const std::uint32_t refused[][3] = {{17, 9, 9}, {19, 0, 0}, {0, 0, 0}};
+    for (const auto& version : refused) {
+        PluginLoadInfo info = CoreVersion(version[0], version[1], version[2]);
+        EXPECT_DEATH(Load(info), "Assertion failed!\n\nExpression: ALE-EECF0606");
+    }
+}
+
+TEST(AppModuleLoadDeathTest, LogsWhyBeforeStopping) {
+    PluginLoadInfo info = CoreVersion(19, 2, 3);
+    EXPECT_DEATH(Load(info), "tav-leagues which supports plugin API 18.0.0 is not compatible with core's plugin API "
+                             "19.2.3");
+}
+
+class AppModuleStart : public ::testing::Test {
+protected:
+    void SetUp() override {
+        info = CoreVersion(18, 3, 1);
+        module = Load(info);
+        ASSERT_NE(module, nullptr);
+    }
+    void TearDown() override {
+        if (module != nullptr) {
+            info.callbacks->Stop(info.context);
+        }
+    }
+
+    PluginLoadInfo info;
+    TestModule* module = nullptr;
+    RecordingCore core;
+};
+
+TEST_F(AppModuleStart, BuildsTheUserAgentFromTheCoreVersion) {
+    const PluginStartInfo start = core.StartInfo(42);
+    ASSERT_TRUE(info.callbacks->Start(info.context, &start));
+    EXPECT_EQ(module->UserAgent(), "OrvelClient/18.3.1 (tav-leagues)");
+    EXPECT_EQ(module->HostContext(), 42u);
+    EXPECT_EQ(module->Name(), "tav-leagues");
+    EXPECT_EQ(module->StartInfo(), &start);
+    EXPECT_EQ(module->State(), ModuleState::Started);
+    EXPECT_EQ(module->startCount, 1);
+}
+
+TEST_F(AppModuleStart, AnswersWhatOnStartAnswers) {
+    module->startAnswer = false;
+    const PluginStartInfo start = core.StartInfo();
+    EXPECT_FALSE(info.callbacks->Start(info.context, &start));
+}
+
+TEST_F(AppModuleStart, RefusesAMissingStartRecordOrTable) {
+    EXPECT_FALSE(info.callbacks->Start(info.context, nullptr));
+    const PluginStartInfo noTable{nullptr, 1};
+    EXPECT_FALSE(info.callbacks->Start(info.context, &noTable));
+    EXPECT_FALSE(info.callbacks->Start(nullptr, &noTable));
+    EXPECT_EQ(module->startCount, 0);
+}
+
+TEST_F(AppModuleStart, ForwardsTheHostSlotsToTheTable) {
+    const PluginStartInfo start = core.StartInfo();
+    ASSERT_TRUE(info.callbacks->Start(info.context, &start));
+    EXPECT_EQ(module->CoreEntry1(2, 3), 5u);
+    module->SubscribeHostEvent("OnSomething", 7, nullptr, nullptr, 0);
+    module->UnsubscribeHostEvent("OnSomething", 7);
+    EXPECT_EQ(core.subscriptions, std::vector<std::string>{"OnSomething"});
+    EXPECT_EQ(core.unsubscriptions, std::vector<std::string>{"OnSomething"});
+}
+
+TEST_F(AppModuleStart, ForwardsTheLogToTheHostInItsPattern) {
+    const PluginStartInfo start = core.StartInfo();
+    ASSERT_TRUE(info.callbacks->Start(info.context, &start));
+    LogMessage(LogLevel::Warn, LogCategory::Dbg | LogCategory::Net, "hello %d", 5);
+    LogMessage(LogLevel::Okay, LogCategory::Gen, "okay lines pass now");
+    LogMessage(LogLevel::Always, LogCategory::Xtr, "extra lines never");
+    ASSERT_EQ(core.logLines.size(), 2u);
+    EXPECT_EQ(core.logLines[0].level, 1);
+    EXPECT_THAT(core.logLines[0].text,
+                ::testing::MatchesRegex(R"(....-..-..T..:..:..\....\|   WARN\| DBG;NET\| hello 5\s)"));
+    EXPECT_EQ(core.logLines[1].level, 0);
+    EXPECT_THAT(core.logLines[1].text, ::testing::EndsWith("|   OKAY| GEN| okay lines pass now\n"));
+}
+
+TEST_F(AppModuleStart, TakesTheLogOverFromTheConsoleTargets) {
+    const PluginStartInfo start = core.StartInfo();
+    ASSERT_TRUE(info.callbacks->Start(info.context, &start));
+    const BuiltinLogTargets builtins = GetBuiltinLogTargets();
+    for (LogTargetInterface* target : {builtins.standardError, builtins.standardOutput, builtins.debugger}) {
+        EXPECT_FALSE(target->IsActive(target)) << target->GetName(target);
+    }
+    EXPECT_EQ(MinimumLevel(), LogLevel::Okay);
+    EXPECT_EQ(ExcludedCategories(), LogCategory::Xtr);
+    EXPECT_NE(FindActiveTarget("PluginLogTarget"), nullptr);
+}
+
+TEST_F(AppModuleStart, ASecondStartLeavesTheLogAlone) {
+    const PluginStartInfo start = core.StartInfo();
+    ASSERT_TRUE(info.callbacks->Start(info.context, &start));
+    SetMinimumLevel(LogLevel::Warn);
+    ASSERT_TRUE(info.callbacks->Start(info.context, &start));
+    EXPECT_EQ(MinimumLevel(), LogLevel::Warn);
+    LogMessage(LogLevel::Error, LogCategory::Dbg, "once");
+    EXPECT_EQ(core.logLines.size(), 1u);
+    EXPECT_EQ(module->startCount, 2);
+}
+
+TEST_F(AppModuleStart, TheHostSlotsDoNothingBeforeStart) {
+    EXPECT_EQ(module->CoreEntry1(2, 3), 0u);
+    module->YieldToHost();
+    EXPECT_TRUE(core.subscriptions.empty());
+}
+
+}  // namespace
+}  // namespace wex
