@@ -41,7 +41,7 @@ bench: deps
 
 fuzz: deps
 	cmake --preset fuzz
-	cmake --build --preset fuzz -j $(JOBS)
+	cmake --build --preset fuzz -j $(JOBS) --target fuzz_targets
 	@set -e; for f in build-fuzz/fuzz/fuzz_*; do \
 	    [ -x "$$f" ] || continue; name=$$(basename $$f); \
 	    mkdir -p build-fuzz/corpus/$$name; \
