@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace wex {
+
+class BindingDocument;
+class BindingProperty;
+
+// The heap part of a "collection" node: its elements in one array of the
+// document's pool.
+struct CollectionRecord {
+    CollectionRecord* pendingNext;  // used only while its tree is being released
+    BindingProperty* items;
+    std::uint32_t size;
+    std::uint32_t capacity;
+
+    static CollectionRecord* Create(BindingDocument& document);
+
+    // Each may throw std::bad_alloc, leaving the record as it was.
+    void Reserve(BindingDocument& document, std::size_t count);
+    BindingProperty& Append(BindingDocument& document);
+
+    // Frees the array and the record; the caller has released the elements.
+    void Destroy(BindingDocument& document) noexcept;
+};
+
+}  // namespace wex

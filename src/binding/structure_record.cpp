@@ -1,0 +1,215 @@
+#include "binding/structure_record.h"
+
+#include <algorithm>
+#include <cstring>
+#include <new>
+
+#include "binding/document.h"
+
+namespace wex {
+
+namespace {
+
+constexpr std::uint32_t kFirstChunkItems = 4;
+
+std::size_t ItemBytes(std::uint32_t count) {
+    return std::size_t{count} * sizeof(StructureMember);
+}
+
+MemberChunk NewChunk(BindingDocument& document, std::uint32_t wanted) {
+    const auto capacity = static_cast<std::uint32_t>(std::min<std::size_t>(
+        DocumentPool::UsableSize(ItemBytes(wanted)) / sizeof(StructureMember), StructureRecord::kMaxChunkItems));
+    return {static_cast<StructureMember*>(document.Pool().Allocate(ItemBytes(capacity))), 0, capacity};
+}
+
+std::string_view LastName(const MemberChunk& chunk) {
+    return chunk.items[chunk.size - 1].name->View();
+}
+
+// Members are moved by copying their bytes: nodes hold no pointer to
+// themselves or to their parents.
+void MoveMembers(StructureMember* to, const StructureMember* from, std::uint32_t count) {
+    std::memmove(static_cast<void*>(to), static_cast<const void*>(from), ItemBytes(count));
+}
+
+}  // namespace
+
+StructureRecord* StructureRecord::Create(BindingDocument& document) {
+    auto* record = new (document.Pool().Allocate(sizeof(StructureRecord)))
+        StructureRecord{nullptr, nullptr, {nullptr, 0, 0}, 0, 1, 0};
+    record->chunks = &record->firstChunk;
+    return record;
+}
+
+// Every chunk holds at least one member while the structure is not empty.
+StructureRecord::Slot StructureRecord::Locate(std::string_view name) const {
+    if (size == 0) {
+        return {0, 0, false};
+    }
+    // Names that arrive in ascending order go to the end without a search.
+    const std::uint32_t lastChunk = chunkCount - 1;
+    const int order = LastName(chunks[lastChunk]).compare(name);
+    if (order <= 0) {
+        const std::uint32_t lastSize = chunks[lastChunk].size;
+        return order < 0 ? Slot{lastChunk, lastSize, false} : Slot{lastChunk, lastSize - 1, true};
+    }
+    std::uint32_t low = 0;
+    std::uint32_t high = lastChunk;
+    while (low < high) {
+        const std::uint32_t middle = (low + high) / 2;
+        if (LastName(chunks[middle]) < name) {
+            low = middle + 1;
+        } else {
+            high = middle;
+        }
+    }
+    const MemberChunk& chunk = chunks[low];
+    const StructureMember* position = std::lower_bound(
+        chunk.items, chunk.items + chunk.size, name,
+        [](const StructureMember& member, std::string_view wanted) { return member.name->View() < wanted; });
+    const auto index = static_cast<std::uint32_t>(position - chunk.items);
+    return {low, index, index < chunk.size && position->name->View() == name};
+}
+
+const BindingProperty* StructureRecord::Find(std::string_view name) const {
+    const Slot slot = Locate(name);
+    return slot.found ? &chunks[slot.chunk].items[slot.position].value : nullptr;
+}
+
+BindingProperty& StructureRecord::FindOrAdd(BindingDocument& document, std::string_view name) {
+    Slot slot = Locate(name);
+    if (slot.found) {
+        return chunks[slot.chunk].items[slot.position].value;
+    }
+    return Insert(document, slot, document.Strings().Intern(name));
+}
+
+BindingProperty& StructureRecord::FindOrAdd(BindingDocument& document, const StringEntry& name) {
+    Slot slot = Locate(name.View());
+    if (slot.found) {
+        return chunks[slot.chunk].items[slot.position].value;
+    }
+    return Insert(document, slot, document.Strings().Intern(name.View(), name.hash));
+}
+
+BindingProperty& StructureRecord::Insert(BindingDocument& document, Slot slot, StringEntry* name) {
+    try {
+        MakeRoom(document, slot);
+    } catch (const std::bad_alloc&) {
+        document.Strings().Release(name);
+        throw;
+    }
+    MemberChunk& chunk = chunks[slot.chunk];
+    StructureMember* at = chunk.items + slot.position;
+    MoveMembers(at + 1, at, chunk.size - slot.position);
+    at->name = name;
+    new (&at->value) BindingProperty(&document);
+    ++chunk.size;
+    ++size;
+    return at->value;
+}
+
+void StructureRecord::MakeRoom(BindingDocument& document, Slot& slot) {
+    if (chunkCount == 0) {
+        firstChunk = NewChunk(document, kFirstChunkItems);
+        chunkCount = 1;
+        return;
+    }
+    MemberChunk& chunk = chunks[slot.chunk];
+    if (chunk.size < chunk.capacity) {
+        return;
+    }
+    if (chunk.capacity < kMaxChunkItems) {
+        MemberChunk larger = NewChunk(document, chunk.capacity * 2);
+        MoveMembers(larger.items, chunk.items, chunk.size);
+        larger.size = chunk.size;
+        document.Pool().Release(chunk.items, ItemBytes(chunk.capacity));
+        chunk = larger;
+        return;
+    }
+    AddChunkAfter(document, slot.chunk);
+    MemberChunk& full = chunks[slot.chunk];
+    MemberChunk& next = chunks[slot.chunk + 1];
+    if (slot.chunk + 2 == chunkCount && slot.position == full.size) {
+        // Appending past the last member starts a fresh chunk and leaves the full one full.
+        slot = {slot.chunk + 1, 0, false};
+        return;
+    }
+    const std::uint32_t half = full.size / 2;
+    MoveMembers(next.items, full.items + half, full.size - half);
+    next.size = full.size - half;
+    full.size = half;
+    if (slot.position > half) {
+        slot = {slot.chunk + 1, slot.position - half, false};
+    }
+}
+
+void StructureRecord::AddChunkAfter(BindingDocument& document, std::uint32_t chunk) {
+    if (chunkCount == chunkCapacity) {
+        const std::uint32_t newCapacity = std::max<std::uint32_t>(4, chunkCapacity * 2);
+        auto* directory = static_cast<MemberChunk*>(document.Pool().Allocate(newCapacity * sizeof(MemberChunk)));
+        std::copy(chunks, chunks + chunkCount, directory);
+        if (chunks != &firstChunk) {
+            document.Pool().Release(chunks, chunkCapacity * sizeof(MemberChunk));
+        }
+        chunks = directory;
+        chunkCapacity = newCapacity;
+    }
+    const MemberChunk fresh = NewChunk(document, kMaxChunkItems);
+    std::copy_backward(chunks + chunk + 1, chunks + chunkCount, chunks + chunkCount + 1);
+    chunks[chunk + 1] = fresh;
+    ++chunkCount;
+}
+
+bool StructureRecord::Remove(BindingDocument& document, std::string_view name) noexcept {
+    const Slot slot = Locate(name);
+    if (!slot.found) {
+        return false;
+    }
+    MemberChunk& chunk = chunks[slot.chunk];
+    StructureMember* at = chunk.items + slot.position;
+    document.Strings().Release(at->name);
+    at->value.Reset();
+    MoveMembers(at, at + 1, chunk.size - slot.position - 1);
+    --chunk.size;
+    --size;
+    if (chunk.size == 0 && chunkCount > 1) {
+        document.Pool().Release(chunk.items, ItemBytes(chunk.capacity));
+        std::copy(chunks + slot.chunk + 1, chunks + chunkCount, chunks + slot.chunk);
+        --chunkCount;
+    }
+    return true;
+}
+
+BindingMemberIterator StructureRecord::begin() const {
+    return size == 0 ? end() : BindingMemberIterator(this, 0, 0);
+}
+
+BindingMemberIterator StructureRecord::end() const {
+    return BindingMemberIterator(this, chunkCount, 0);
+}
+
+void StructureRecord::Destroy(BindingDocument& document) noexcept {
+    for (std::uint32_t index = 0; index < chunkCount; ++index) {
+        document.Pool().Release(chunks[index].items, ItemBytes(chunks[index].capacity));
+    }
+    if (chunks != &firstChunk) {
+        document.Pool().Release(chunks, chunkCapacity * sizeof(MemberChunk));
+    }
+    document.Pool().Release(this, sizeof(StructureRecord));
+}
+
+BindingMember BindingMemberIterator::operator*() const {
+    const StructureMember& member = record_->chunks[chunk_].items[item_];
+    return {member.name->View(), member.value};
+}
+
+BindingMemberIterator& BindingMemberIterator::operator++() {
+    if (++item_ == record_->chunks[chunk_].size) {
+        ++chunk_;
+        item_ = 0;
+    }
+    return *this;
+}
+
+}  // namespace wex

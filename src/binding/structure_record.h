@@ -1,0 +1,79 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "binding/document_pool.h"
+#include "binding/property.h"
+
+namespace wex {
+
+class BindingDocument;
+struct StringEntry;
+
+struct StructureMember {
+    StringEntry* name;  // interned in the tree's document
+    BindingProperty value;
+};
+
+// A run of members in name order, in one array of the document's pool.
+struct MemberChunk {
+    StructureMember* items;
+    std::uint32_t size;
+    std::uint32_t capacity;
+};
+
+// The heap part of a "structure" node: its members in ascending byte order of
+// their names, held in chunks of at most kMaxChunkItems members with a sorted
+// directory of chunks above them. An insertion moves at most one chunk's
+// members, so building a large structure in any order is not quadratic, and
+// members added in ascending order simply fill chunk after chunk.
+struct StructureRecord {
+    static constexpr std::uint32_t kMaxChunkItems = DocumentPool::kMaxPooledSize / sizeof(StructureMember);
+
+    StructureRecord* pendingNext;  // used only while its tree is being released
+    MemberChunk* chunks;           // &firstChunk until a second chunk is needed
+    MemberChunk firstChunk;
+    std::uint32_t chunkCount;
+    std::uint32_t chunkCapacity;
+    std::uint32_t size;
+
+    static StructureRecord* Create(BindingDocument& document);
+
+    const BindingProperty* Find(std::string_view name) const;
+    // Each may throw std::bad_alloc, leaving the members as they were.
+    BindingProperty& FindOrAdd(BindingDocument& document, std::string_view name);
+    // For a name interned in another document, whose hash is known.
+    BindingProperty& FindOrAdd(BindingDocument& document, const StringEntry& name);
+    bool Remove(BindingDocument& document, std::string_view name) noexcept;
+
+    BindingMemberIterator begin() const;
+    BindingMemberIterator end() const;
+
+    template <class Visit>
+    void ForEach(Visit&& visit) const {
+        for (std::uint32_t chunk = 0; chunk < chunkCount; ++chunk) {
+            for (std::uint32_t item = 0; item < chunks[chunk].size; ++item) {
+                visit(chunks[chunk].items[item]);
+            }
+        }
+    }
+
+    // Frees the chunks and the record; the caller has released the members.
+    void Destroy(BindingDocument& document) noexcept;
+
+  private:
+    struct Slot {
+        std::uint32_t chunk;
+        std::uint32_t position;
+        bool found;
+    };
+
+    Slot Locate(std::string_view name) const;
+    // Takes over the reference on name.
+    BindingProperty& Insert(BindingDocument& document, Slot slot, StringEntry* name);
+    void MakeRoom(BindingDocument& document, Slot& slot);
+    void AddChunkAfter(BindingDocument& document, std::uint32_t chunk);
+};
+
+}  // namespace wex

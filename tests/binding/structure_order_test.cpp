@@ -1,0 +1,138 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "binding/property.h"
+
+namespace wex {
+namespace {
+
+std::vector<std::string> MemberNames(const BindingProperty& node) {
+    std::vector<std::string> names;
+    for (const BindingMember member : node.Members()) {
+        names.emplace_back(member.name);
+    }
+    return names;
+}
+
+std::vector<std::string> NumberedNames(int count) {
+    std::vector<std::string> names;
+    for (int index = 0; index < count; ++index) {
+        char name[16];
+        std::snprintf(name, sizeof name, "m%05d", index);
+        names.emplace_back(name);
+    }
+    return names;
+}
+
+TEST(StructureOrder, MembersAreKeptInUnsignedByteOrderWithPrefixesFirst) {
+    BindingProperty node;
+    for (const char* name : {"b", "abc", "\xC3\xA9", "ab", "", "B", "a", "z"}) {
+        node.Member(name);
+    }
+    EXPECT_EQ(MemberNames(node), (std::vector<std::string>{"", "B", "a", "ab", "abc", "b", "z", "\xC3\xA9"}));
+}
+
+TEST(StructureOrder, AnExistingNameIsFoundNotAddedAgain) {
+    BindingProperty node;
+    node.Member("queueType").SetString("SOLO5V5");
+    node.Member("queueType");
+    EXPECT_EQ(node.Size(), 1u);
+    EXPECT_EQ(node.Member("queueType").AsString(), "SOLO5V5");
+}
+
+TEST(StructureOrder, NamesWithZeroBytesAreDistinctMembers) {
+    BindingProperty node;
+    node.Member(std::string_view("a\0b", 3)).SetSigned(1);
+    node.Member("a").SetSigned(2);
+    EXPECT_EQ(node.Size(), 2u);
+    EXPECT_EQ(std::as_const(node).Member(std::string_view("a\0b", 3)).AsInt64(), 1);
+    EXPECT_EQ(std::as_const(node).Member("a").AsInt64(), 2);
+}
+
+TEST(StructureOrder, TenThousandMembersInAnyInsertionOrderComeOutSortedAndFindable) {
+    const std::vector<std::string> sorted = NumberedNames(10000);
+    std::vector<std::string> shuffled = sorted;
+    std::shuffle(shuffled.begin(), shuffled.end(), std::mt19937(42));
+    std::vector<std::string> descending(sorted.rbegin(), sorted.rend());
+    // Every other name first, then the ones in between: each lands inside a full chunk.
+    std::vector<std::string> interleaved;
+    for (std::size_t index = 0; index < sorted.size(); index += 2) {
+        interleaved.push_back(sorted[index]);
+    }
+    for (std::size_t index = 1; index < sorted.size(); index += 2) {
+        interleaved.push_back(sorted[index]);
+    }
+    const std::vector<std::string>* orders[] = {&sorted, &shuffled, &descending, &interleaved};
+    for (const std::vector<std::string>* order : orders) {
+        BindingProperty node;
+        for (const std::string& name : *order) {
+            node.Member(name).SetString(name);
+        }
+        ASSERT_EQ(node.Size(), 10000u);
+        ASSERT_EQ(MemberNames(node), sorted);
+        for (const std::string& name : sorted) {
+            ASSERT_EQ(std::as_const(node).Member(name).AsString(), name);
+        }
+        EXPECT_FALSE(node.HasMember("m10000"));
+        EXPECT_FALSE(node.HasMember("m"));
+    }
+}
+
+TEST(StructureOrder, RemovingMembersKeepsTheRestInOrder) {
+    const std::vector<std::string> names = NumberedNames(500);
+    BindingProperty node;
+    for (const std::string& name : names) {
+        node.Member(name).Member("inner").SetString(name);
+    }
+    std::vector<std::string> kept;
+    for (std::size_t index = 0; index < names.size(); ++index) {
+        if (index % 3 == 0 || (index > 100 && index < 300)) {
+            EXPECT_TRUE(node.RemoveMember(names[index]));
+        } else {
+            kept.push_back(names[index]);
+        }
+    }
+    EXPECT_FALSE(node.RemoveMember(names[0]));
+    EXPECT_EQ(MemberNames(node), kept);
+    for (const std::string& name : kept) {
+        ASSERT_EQ(std::as_const(node).Member(name).Member("inner").AsString(), name);
+    }
+    node.Member("m00000").SetSigned(1);
+    EXPECT_EQ(MemberNames(node).front(), "m00000");
+    for (const std::string& name : MemberNames(node)) {
+        node.RemoveMember(name);
+    }
+    EXPECT_EQ(node.Size(), 0u);
+    EXPECT_EQ(node.Members().begin(), node.Members().end());
+    node.Member("again");
+    EXPECT_EQ(MemberNames(node), std::vector<std::string>{"again"});
+}
+
+TEST(StructureOrder, RemoveMemberOfANonStructureIsFalse) {
+    BindingProperty node;
+    node.SetString("x");
+    EXPECT_FALSE(node.RemoveMember("x"));
+    EXPECT_EQ(node.AsString(), "x");
+}
+
+TEST(StructureOrder, ACopyKeepsTheOrderOfALargeStructure) {
+    std::vector<std::string> names = NumberedNames(3000);
+    std::shuffle(names.begin(), names.end(), std::mt19937(7));
+    BindingProperty node;
+    for (const std::string& name : names) {
+        node.Member(name).SetString(name + "!");
+    }
+    const BindingProperty copy(node);
+    std::sort(names.begin(), names.end());
+    ASSERT_EQ(MemberNames(copy), names);
+    for (const BindingMember member : copy.Members()) {
+        ASSERT_EQ(member.value.AsString(), std::string(member.name) + "!");
+    }
+}
+
+}  // namespace
+}  // namespace wex
