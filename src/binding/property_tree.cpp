@@ -92,6 +92,10 @@ void PropertyTree::Copy(const BindingProperty& source, BindingProperty& target) 
                 break;
         }
     };
+    if (source.ownsDocument_ && source.document_ != nullptr) {
+        // A whole tree is copied: its strings are all the new ones there can be.
+        target.Document().Strings().Reserve(source.document_->Strings().Count());
+    }
     copyOrQueue(source, target);
     while (!pending.empty()) {
         const auto [from, to] = pending.back();
@@ -109,7 +113,7 @@ void PropertyTree::Copy(const BindingProperty& source, BindingProperty& target) 
             const StructureRecord& members = *from->payload_.structure;
             to->MakeStructure();
             StructureRecord& copies = *to->payload_.structure;
-            members.ForEach([&](const StructureMember& member) { copies.FindOrAdd(document, *member.name); });
+            members.ForEach([&](const StructureMember& member) { copies.AddLast(document, *member.name); });
             // The names went in in order, so the copies line up one to one with the originals.
             std::uint32_t chunk = 0;
             std::uint32_t item = 0;

@@ -56,7 +56,7 @@ StringEntry* StringInternTable::Intern(std::string_view text, std::uint32_t hash
     entry->Text()[text.size()] = '\0';
     if (count_ + 1 > bucketCount_) {
         try {
-            Grow();
+            Rehash(bucketCount_ * 2);
         } catch (const std::bad_alloc&) {
             // Past the load factor is still a working table.
         }
@@ -81,8 +81,17 @@ void StringInternTable::Release(StringEntry* entry) noexcept {
     pool_.Release(entry, EntrySize(entry->length));
 }
 
-void StringInternTable::Grow() {
-    const std::uint32_t newCount = bucketCount_ * 2;
+void StringInternTable::Reserve(std::uint32_t additional) {
+    std::uint32_t wanted = bucketCount_;
+    while (wanted < count_ + std::uint64_t{additional} && wanted < (1u << 31)) {
+        wanted *= 2;
+    }
+    if (wanted != bucketCount_) {
+        Rehash(wanted);
+    }
+}
+
+void StringInternTable::Rehash(std::uint32_t newCount) {
     auto** newBuckets = static_cast<StringEntry**>(pool_.Allocate(newCount * sizeof(StringEntry*)));
     std::fill(newBuckets, newBuckets + newCount, nullptr);
     for (std::uint32_t index = 0; index < bucketCount_; ++index) {

@@ -26,11 +26,14 @@ class StringInternTable {
     // Counts one reference off; the entry is removed when none is left.
     void Release(StringEntry* entry) noexcept;
 
+    // Grows the table at once for that many more entries. Throws std::bad_alloc.
+    void Reserve(std::uint32_t additional);
+
     std::uint32_t Count() const { return count_; }
     std::uint32_t BucketCount() const { return bucketCount_; }
 
   private:
-    void Grow();
+    void Rehash(std::uint32_t newCount);
 
     DocumentPool& pool_;
     StringEntry* initialBuckets_[8] = {};

@@ -84,12 +84,9 @@ BindingProperty& StructureRecord::FindOrAdd(BindingDocument& document, std::stri
     return Insert(document, slot, document.Strings().Intern(name));
 }
 
-BindingProperty& StructureRecord::FindOrAdd(BindingDocument& document, const StringEntry& name) {
-    Slot slot = Locate(name.View());
-    if (slot.found) {
-        return chunks[slot.chunk].items[slot.position].value;
-    }
-    return Insert(document, slot, document.Strings().Intern(name.View(), name.hash));
+BindingProperty& StructureRecord::AddLast(BindingDocument& document, const StringEntry& name) {
+    const Slot end = size == 0 ? Slot{0, 0, false} : Slot{chunkCount - 1, chunks[chunkCount - 1].size, false};
+    return Insert(document, end, document.Strings().Intern(name.View(), name.hash));
 }
 
 BindingProperty& StructureRecord::Insert(BindingDocument& document, Slot slot, StringEntry* name) {

@@ -43,8 +43,8 @@ struct StructureRecord {
     const BindingProperty* Find(std::string_view name) const;
     // Each may throw std::bad_alloc, leaving the members as they were.
     BindingProperty& FindOrAdd(BindingDocument& document, std::string_view name);
-    // For a name interned in another document, whose hash is known.
-    BindingProperty& FindOrAdd(BindingDocument& document, const StringEntry& name);
+    // For a name of another document that sorts after every member here.
+    BindingProperty& AddLast(BindingDocument& document, const StringEntry& name);
     bool Remove(BindingDocument& document, std::string_view name) noexcept;
 
     BindingMemberIterator begin() const;

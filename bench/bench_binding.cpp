@@ -1,0 +1,111 @@
+// BindingProperty beside rapidjson's DOM (its pool allocator): building and
+// dropping a structure of 10,000 string and number members, and deep copies.
+#include <benchmark/benchmark.h>
+#include <rapidjson/document.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "binding/property.h"
+
+namespace {
+
+constexpr int kMembers = 10000;
+
+struct MemberData {
+    std::string name;
+    std::string text;  // members with an even index hold text, the others a number
+};
+
+std::vector<MemberData> MakeMembers(bool shuffled) {
+    std::vector<MemberData> members;
+    for (int index = 0; index < kMembers; ++index) {
+        char name[24];
+        std::snprintf(name, sizeof name, "member%05d", index);
+        members.push_back({name, index % 2 == 0 ? "value of " + std::string(name) : std::string()});
+    }
+    if (shuffled) {
+        std::shuffle(members.begin(), members.end(), std::mt19937(1));
+    }
+    return members;
+}
+
+void BuildBinding(wex::BindingProperty& root, const std::vector<MemberData>& members) {
+    std::int64_t number = 0;
+    for (const MemberData& member : members) {
+        wex::BindingProperty& value = root.Member(member.name);
+        if (!member.text.empty()) {
+            value.SetString(member.text);
+        } else {
+            value.SetSigned(++number);
+        }
+    }
+}
+
+void BuildRapidjson(rapidjson::Document& document, const std::vector<MemberData>& members) {
+    auto& allocator = document.GetAllocator();
+    document.SetObject();
+    std::int64_t number = 0;
+    for (const MemberData& member : members) {
+        rapidjson::Value name(member.name.data(), static_cast<rapidjson::SizeType>(member.name.size()), allocator);
+        rapidjson::Value value;
+        if (!member.text.empty()) {
+            value.SetString(member.text.data(), static_cast<rapidjson::SizeType>(member.text.size()), allocator);
+        } else {
+            value.SetInt64(++number);
+        }
+        document.AddMember(name, value, allocator);
+    }
+}
+
+void BM_BuildAndDrop_Binding(benchmark::State& state) {
+    const auto members = MakeMembers(state.range(0) != 0);
+    for (auto _ : state) {
+        wex::BindingProperty root;
+        BuildBinding(root, members);
+        benchmark::DoNotOptimize(root);
+    }
+    state.SetItemsProcessed(state.iterations() * kMembers);
+}
+BENCHMARK(BM_BuildAndDrop_Binding)->ArgName("shuffled")->Arg(0)->Arg(1);
+
+void BM_BuildAndDrop_Rapidjson(benchmark::State& state) {
+    const auto members = MakeMembers(state.range(0) != 0);
+    for (auto _ : state) {
+        rapidjson::Document document;
+        BuildRapidjson(document, members);
+        benchmark::DoNotOptimize(document);
+    }
+    state.SetItemsProcessed(state.iterations() * kMembers);
+}
+BENCHMARK(BM_BuildAndDrop_Rapidjson)->ArgName("shuffled")->Arg(0)->Arg(1);
+
+void BM_DeepCopy_Binding(benchmark::State& state) {
+    wex::BindingProperty source;
+    BuildBinding(source, MakeMembers(false));
+    for (auto _ : state) {
+        wex::BindingProperty copy(source);
+        benchmark::DoNotOptimize(copy);
+    }
+    state.SetItemsProcessed(state.iterations() * kMembers);
+}
+BENCHMARK(BM_DeepCopy_Binding);
+
+void BM_DeepCopy_Rapidjson(benchmark::State& state) {
+    rapidjson::Document source;
+    BuildRapidjson(source, MakeMembers(false));
+    for (auto _ : state) {
+        rapidjson::Document copy;
+        copy.CopyFrom(source, copy.GetAllocator());
+        benchmark::DoNotOptimize(copy);
+    }
+    state.SetItemsProcessed(state.iterations() * kMembers);
+}
+BENCHMARK(BM_DeepCopy_Rapidjson);
+
+}  // namespace
+
+BENCHMARK_MAIN();
