@@ -212,6 +212,11 @@ BindingProperty& BindingProperty::Member(std::string_view name) {
     return payload_.structure->FindOrAdd(*document_, name);
 }
 
+BindingProperty& BindingProperty::Member(std::string_view name, std::uint32_t nameHash) {
+    MakeStructure();
+    return payload_.structure->FindOrAdd(*document_, name, nameHash);
+}
+
 bool BindingProperty::HasMember(std::string_view name) const {
     return kind_ == BindingPropertyKind::Structure && payload_.structure->Find(name) != nullptr;
 }

@@ -125,6 +125,8 @@ class BindingProperty {
     // Writing: makes the node a structure (resetting other content) and adds an
     // empty member of that name when there is none.
     BindingProperty& Member(std::string_view name);
+    // The same, for a name whose FNV-1a hash is known, as field descriptions keep it.
+    BindingProperty& Member(std::string_view name, std::uint32_t nameHash);
     bool HasMember(std::string_view name) const;
     // False when there was no such member.
     bool RemoveMember(std::string_view name);

@@ -77,7 +77,7 @@ void StructureToBinding(BindingProperty& result, const void* value, const Bindin
     const auto* base = static_cast<const unsigned char*>(value);
     for (const BindingFieldInfo& field : info->fields) {
         // Converted in place: the member is its own temporary.
-        BindingProperty& member = result.Member(field.name);
+        BindingProperty& member = result.Member(field.name, field.nameHash);
         field.converter->ToBinding(member, base + field.offset, registry);
         if (!member.IsValid()) {
             result.SetError(member.GetError());

@@ -84,6 +84,14 @@ BindingProperty& StructureRecord::FindOrAdd(BindingDocument& document, std::stri
     return Insert(document, slot, document.Strings().Intern(name));
 }
 
+BindingProperty& StructureRecord::FindOrAdd(BindingDocument& document, std::string_view name, std::uint32_t nameHash) {
+    Slot slot = Locate(name);
+    if (slot.found) {
+        return chunks[slot.chunk].items[slot.position].value;
+    }
+    return Insert(document, slot, document.Strings().Intern(name, nameHash));
+}
+
 BindingProperty& StructureRecord::AddLast(BindingDocument& document, const StringEntry& name) {
     const Slot end = size == 0 ? Slot{0, 0, false} : Slot{chunkCount - 1, chunks[chunkCount - 1].size, false};
     return Insert(document, end, document.Strings().Intern(name.View(), name.hash));

@@ -43,6 +43,7 @@ struct StructureRecord {
     const BindingProperty* Find(std::string_view name) const;
     // Each may throw std::bad_alloc, leaving the members as they were.
     BindingProperty& FindOrAdd(BindingDocument& document, std::string_view name);
+    BindingProperty& FindOrAdd(BindingDocument& document, std::string_view name, std::uint32_t nameHash);
     // For a name of another document that sorts after every member here.
     BindingProperty& AddLast(BindingDocument& document, const StringEntry& name);
     bool Remove(BindingDocument& document, std::string_view name) noexcept;

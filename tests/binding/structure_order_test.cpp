@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "binding/fnv1a.h"
 #include "binding/property.h"
 
 namespace wex {
@@ -42,6 +43,16 @@ TEST(StructureOrder, AnExistingNameIsFoundNotAddedAgain) {
     node.Member("queueType");
     EXPECT_EQ(node.Size(), 1u);
     EXPECT_EQ(node.Member("queueType").AsString(), "SOLO5V5");
+}
+
+TEST(StructureOrder, AMemberAddedWithItsKnownHashIsTheSameMember) {
+    BindingProperty node;
+    node.Member("leaguePoints", Fnv1a32("leaguePoints")).SetSigned(75);
+    node.Member("leaguePoints").SetSigned(76);
+    EXPECT_EQ(node.Size(), 1u);
+    EXPECT_EQ(node.Member("leaguePoints", Fnv1a32("leaguePoints")).AsInt64(), 76);
+    node.Member("wins").SetSigned(1);
+    EXPECT_EQ(MemberNames(node), (std::vector<std::string>{"leaguePoints", "wins"}));
 }
 
 TEST(StructureOrder, NamesWithZeroBytesAreDistinctMembers) {
