@@ -94,6 +94,10 @@ BindingDocument& BindingProperty::Document() {
 }
 
 void BindingProperty::Reset() noexcept {
+    if (kind_ == BindingPropertyKind::Empty) {
+        // Nothing to free. A root keeps a document it has made for the value it is about to take.
+        return;
+    }
     if (ownsDocument_) {
         // The root takes the whole tree with its document, in one sweep.
         delete document_;

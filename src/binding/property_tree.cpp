@@ -20,8 +20,11 @@ bool IsContainer(BindingPropertyKind kind) {
 }  // namespace
 
 bool PropertyTree::HasHeapPart(const BindingProperty& node) {
-    return node.kind_ == BindingPropertyKind::String || node.kind_ == BindingPropertyKind::Blob ||
-           IsContainer(node.kind_);
+    if (node.kind_ == BindingPropertyKind::String) {
+        // The shared empty entry belongs to no document.
+        return node.payload_.string != StringEntry::Empty();
+    }
+    return node.kind_ == BindingPropertyKind::Blob || IsContainer(node.kind_);
 }
 
 void PropertyTree::Release(BindingDocument& document, const BindingProperty& node) noexcept {

@@ -17,6 +17,7 @@ class PropertyTree {
     // another tree. Throws std::bad_alloc with target partly built.
     static void Copy(const BindingProperty& source, BindingProperty& target);
 
+    // Whether node holds anything of its document's.
     static bool HasHeapPart(const BindingProperty& node);
 };
 
