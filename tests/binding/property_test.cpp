@@ -131,6 +131,17 @@ TEST(BindingProperty, ReadsThatMissAnswerTheSharedEmptyNodeAndChangeNothing) {
     EXPECT_TRUE(BindingProperty::EmptyNode().IsEmpty());
 }
 
+TEST(BindingProperty, AnIndexBeyondAnyMemoryIsRefusedAndTheCollectionStaysUsable) {
+    BindingProperty node;
+    node.At(0).SetString("kept");
+    EXPECT_THROW(node.At(std::numeric_limits<std::size_t>::max() - 1), std::bad_alloc);
+    EXPECT_THROW(node.Reserve(std::numeric_limits<std::uint32_t>::max()), std::bad_alloc);
+    EXPECT_EQ(node.Size(), 1u);
+    EXPECT_EQ(node.At(0).AsString(), "kept");
+    node.At(1).SetSigned(2);
+    EXPECT_EQ(node.Size(), 2u);
+}
+
 TEST(BindingProperty, MakeCollectionAndMakeStructureKeepWhatIsAlreadyThere) {
     BindingProperty node;
     node.At(0).SetSigned(1);
