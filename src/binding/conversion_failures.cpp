@@ -46,28 +46,30 @@ FormatArgument InputValueArgument(const BindingProperty& input) {
     }
 }
 
-bool CheckCollectionInput(BindingProperty& status, const BindingProperty& input, std::string_view name) {
+namespace {
+
+bool CheckContainerInput(BindingProperty& status, const BindingProperty& input, std::string_view name,
+                         BindingPropertyKind kind, std::string_view message) {
     if (!status.IsValid()) {
         return false;
     }
-    if (input.Kind() != BindingPropertyKind::Collection) {
-        status.SetError(
-            FormatMessage("Couldn't assign value to '%1' of type vector because the input not a collection.", {name}));
+    if (input.Kind() != kind) {
+        status.SetError(FormatMessage(message, {name}));
         return false;
     }
     return true;
 }
 
+}  // namespace
+
+bool CheckCollectionInput(BindingProperty& status, const BindingProperty& input, std::string_view name) {
+    return CheckContainerInput(status, input, name, BindingPropertyKind::Collection,
+                               "Couldn't assign value to '%1' of type vector because the input not a collection.");
+}
+
 bool CheckMapInput(BindingProperty& status, const BindingProperty& input, std::string_view name) {
-    if (!status.IsValid()) {
-        return false;
-    }
-    if (input.Kind() != BindingPropertyKind::Structure) {
-        status.SetError(
-            FormatMessage("Couldn't assign value to '%1' of type map because the input not a structure.", {name}));
-        return false;
-    }
-    return true;
+    return CheckContainerInput(status, input, name, BindingPropertyKind::Structure,
+                               "Couldn't assign value to '%1' of type map because the input not a structure.");
 }
 
 }  // namespace wex

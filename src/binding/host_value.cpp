@@ -180,40 +180,39 @@ bool FillBinding(const HostValue& from, BindingProperty& to, std::unordered_set<
             return true;
         case HostValueArray: {
             to.MakeCollection();
-            if (data == nullptr || length == 0) {
+            const auto* items = static_cast<const HostValue*>(data);
+            const std::uint32_t count = items != nullptr ? length : 0;
+            if (count == 0) {
                 return true;
             }
             if (!containersSeen.insert(data).second) {
                 return false;
             }
-            const auto* items = static_cast<const HostValue*>(data);
-            to.Reserve(length);
-            for (std::uint32_t index = 0; index < length; ++index) {
-                to.Append();
-            }
-            for (std::uint32_t index = 0; index < length; ++index) {
+            to.At(count - 1);
+            for (std::uint32_t index = 0; index < count; ++index) {
                 pending.emplace_back(&items[index], &to.At(index));
             }
             return true;
         }
         case HostValueObject: {
             to.MakeStructure();
-            if (data == nullptr || length == 0) {
+            const auto* members = static_cast<const HostObjectMember*>(data);
+            const std::uint32_t count = members != nullptr ? length : 0;
+            if (count == 0) {
                 return true;
             }
             if (!containersSeen.insert(data).second) {
                 return false;
             }
-            const auto* members = static_cast<const HostObjectMember*>(data);
             const auto nameOf = [members](std::uint32_t index) {
                 return members[index].name != nullptr ? std::string_view(members[index].name) : std::string_view();
             };
             // All names go in first: later insertions would move the members already queued.
-            for (std::uint32_t index = 0; index < length; ++index) {
+            for (std::uint32_t index = 0; index < count; ++index) {
                 to.Member(nameOf(index));
             }
             // Queued backwards, so a repeated name is filled last from its last value.
-            for (std::uint32_t index = length; index-- > 0;) {
+            for (std::uint32_t index = count; index-- > 0;) {
                 pending.emplace_back(&members[index].value, &to.Member(nameOf(index)));
             }
             return true;

@@ -32,10 +32,11 @@ class BindingTypeRegistry;
 
 // The conversions that the templates below dispatch to.
 void BoolFromBinding(BindingProperty& status, bool& out, const BindingProperty& input, std::string_view name);
-void SignedFromBinding(BindingProperty& status, std::int64_t& out, const BindingProperty& input, std::string_view name,
-                       BindingTypeKind kind, std::int64_t min, std::int64_t max);
-void UnsignedFromBinding(BindingProperty& status, std::uint64_t& out, const BindingProperty& input,
-                         std::string_view name, BindingTypeKind kind, std::uint64_t max);
+// Integers of every width, read as 64 bits and held to the native bounds.
+void IntegerFromBinding(BindingProperty& status, std::int64_t& out, const BindingProperty& input, std::string_view name,
+                        BindingTypeKind kind, std::int64_t min, std::int64_t max);
+void IntegerFromBinding(BindingProperty& status, std::uint64_t& out, const BindingProperty& input,
+                        std::string_view name, BindingTypeKind kind, std::uint64_t min, std::uint64_t max);
 void FloatingFromBinding(BindingProperty& status, double& out, const BindingProperty& input, std::string_view name,
                          BindingTypeKind kind, double largest);
 void StringFromBinding(BindingProperty& status, std::string& out, const BindingProperty& input, std::string_view name,
@@ -162,14 +163,11 @@ void ConvertFromBinding(BindingProperty& status, T& out, const BindingProperty& 
     constexpr K kind = kNativeKind<T>;
     if constexpr (kind == K::Bool) {
         BoolFromBinding(status, out, input, name);
-    } else if constexpr (std::is_integral_v<T> && std::is_signed_v<T>) {
-        std::int64_t value = out;
-        SignedFromBinding(status, value, input, name, kind, std::numeric_limits<T>::min(),
-                          std::numeric_limits<T>::max());
-        out = static_cast<T>(value);
     } else if constexpr (std::is_integral_v<T>) {
-        std::uint64_t value = out;
-        UnsignedFromBinding(status, value, input, name, kind, std::numeric_limits<T>::max());
+        using Wide = std::conditional_t<std::is_signed_v<T>, std::int64_t, std::uint64_t>;
+        Wide value = out;
+        IntegerFromBinding(status, value, input, name, kind, Wide{std::numeric_limits<T>::min()},
+                           Wide{std::numeric_limits<T>::max()});
         out = static_cast<T>(value);
     } else if constexpr (kind == K::Float || kind == K::Double) {
         double value = out;

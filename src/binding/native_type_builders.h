@@ -23,14 +23,38 @@ constexpr BindingFieldOption operator|(BindingFieldOption left, BindingFieldOpti
     return static_cast<BindingFieldOption>(static_cast<std::uint32_t>(left) | static_cast<std::uint32_t>(right));
 }
 
+// What the builders of structures and enumerations share.
+template <class Self>
+class BindingNativeTypeBuilder {
+  public:
+    explicit BindingNativeTypeBuilder(BindingTypeBuilder builder) : builder_(builder) {}
+
+    Self& NameSpace(std::string nameSpace) {
+        builder_.SetNameSpace(std::move(nameSpace));
+        return static_cast<Self&>(*this);
+    }
+    Self& Description(std::string description) {
+        builder_.SetDescription(std::move(description));
+        return static_cast<Self&>(*this);
+    }
+
+    const BindingTypeBuilder& Builder() const { return builder_; }
+
+  protected:
+    BindingTypeBuilder builder_;
+};
+
 // Describes a native structure once, field by field, from member pointers:
 //   registry.Struct<LeagueStanding>(ns + "LeagueStanding", tags)
 //       .Field("id", &LeagueStanding::id)
 //       .Field("wins", &LeagueStanding::wins, BindingFieldOption::OmitWhenDefault, "Ranked wins");
 template <class Structure>
-class BindingStructBuilder {
+class BindingStructBuilder : public BindingNativeTypeBuilder<BindingStructBuilder<Structure>> {
+    using Base = BindingNativeTypeBuilder<BindingStructBuilder<Structure>>;
+    using Base::builder_;
+
   public:
-    explicit BindingStructBuilder(BindingTypeBuilder builder) : builder_(builder) {}
+    using Base::Base;
 
     template <class Member>
     BindingStructBuilder& Field(std::string name, Member Structure::*member,
@@ -45,17 +69,6 @@ class BindingStructBuilder {
         return *this;
     }
 
-    BindingStructBuilder& NameSpace(std::string nameSpace) {
-        builder_.SetNameSpace(std::move(nameSpace));
-        return *this;
-    }
-    BindingStructBuilder& Description(std::string description) {
-        builder_.SetDescription(std::move(description));
-        return *this;
-    }
-
-    const BindingTypeBuilder& Builder() const { return builder_; }
-
   private:
     // Measured on a real object, which every conversion of the type needs anyway.
     template <class Member>
@@ -64,17 +77,18 @@ class BindingStructBuilder {
         return static_cast<std::uint32_t>(reinterpret_cast<const unsigned char*>(&(probe.*member)) -
                                           reinterpret_cast<const unsigned char*>(&probe));
     }
-
-    BindingTypeBuilder builder_;
 };
 
 // Describes a native enumeration by its enumerators:
 //   registry.Enum<LeagueQueueType>(ns + "LeagueQueueType", tags)
 //       .Value("SOLO5V5", LeagueQueueType::SOLO5V5);
 template <class Enumeration>
-class BindingEnumBuilder {
+class BindingEnumBuilder : public BindingNativeTypeBuilder<BindingEnumBuilder<Enumeration>> {
+    using Base = BindingNativeTypeBuilder<BindingEnumBuilder<Enumeration>>;
+    using Base::builder_;
+
   public:
-    explicit BindingEnumBuilder(BindingTypeBuilder builder) : builder_(builder) {}
+    using Base::Base;
 
     BindingEnumBuilder& Value(std::string name, Enumeration value, std::string description = {}) {
         if (builder_.IsNew()) {
@@ -82,20 +96,6 @@ class BindingEnumBuilder {
         }
         return *this;
     }
-
-    BindingEnumBuilder& NameSpace(std::string nameSpace) {
-        builder_.SetNameSpace(std::move(nameSpace));
-        return *this;
-    }
-    BindingEnumBuilder& Description(std::string description) {
-        builder_.SetDescription(std::move(description));
-        return *this;
-    }
-
-    const BindingTypeBuilder& Builder() const { return builder_; }
-
-  private:
-    BindingTypeBuilder builder_;
 };
 
 }  // namespace wex

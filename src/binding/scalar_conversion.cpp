@@ -1,5 +1,8 @@
 // Bool, integers, floating point, string, blob and object from binding values.
 #include <cmath>
+#include <limits>
+#include <type_traits>
+#include <utility>
 
 #include "binding/conversion_failures.h"
 #include "binding/native_conversion.h"
@@ -40,46 +43,60 @@ void BoolFromBinding(BindingProperty& status, bool& out, const BindingProperty& 
     }
 }
 
-void SignedFromBinding(BindingProperty& status, std::int64_t& out, const BindingProperty& input, std::string_view name,
-                       BindingTypeKind kind, std::int64_t min, std::int64_t max) {
+namespace {
+
+// Integer is std::int64_t or std::uint64_t, the bounds those of the native width.
+template <class Integer>
+void ConvertInteger(BindingProperty& status, Integer& out, const BindingProperty& input, std::string_view name,
+                    BindingTypeKind kind, Integer min, Integer max) {
     if (!status.IsValid()) {
         return;
     }
     const std::string_view typeName = BindingTypeKindName(kind);
-    std::int64_t value = 0;
+    const auto inBounds = [min, max](auto number) {
+        return std::cmp_greater_equal(number, min) && std::cmp_less_equal(number, max);
+    };
+    Integer value = 0;
     bool inRange = false;
     switch (input.Kind()) {
         case BindingPropertyKind::Empty:
             FailRequired(status, name);
             return;
         case BindingPropertyKind::Signed:
-        case BindingPropertyKind::Enum:
-            value = input.Kind() == BindingPropertyKind::Enum ? input.EnumValue() : input.AsInt64();
-            inRange = value >= min && value <= max;
+            inRange = inBounds(input.AsInt64());
+            value = static_cast<Integer>(input.AsInt64());
             break;
         case BindingPropertyKind::Unsigned:
-            inRange = input.AsUnsigned() <= static_cast<std::uint64_t>(max);
-            value = static_cast<std::int64_t>(input.AsUnsigned());
+            inRange = inBounds(input.AsUnsigned());
+            value = static_cast<Integer>(input.AsUnsigned());
+            break;
+        case BindingPropertyKind::Enum:
+            inRange = inBounds(input.EnumValue());
+            value = static_cast<Integer>(input.EnumValue());
             break;
         case BindingPropertyKind::Float: {
-            // 2^63 itself passes a comparison with the largest int64 as a double, but does not fit.
+            // The largest 64-bit bounds round up as doubles to 2^63 and 2^64, which
+            // do not fit; a NaN fails every comparison.
             const double number = input.AsDouble();
-            inRange = number >= static_cast<double>(min) && number <= static_cast<double>(max) && number < 0x1p63;
-            value = inRange ? static_cast<std::int64_t>(number) : 0;
+            const double limit = std::ldexp(1.0, std::numeric_limits<Integer>::digits);
+            inRange = number >= static_cast<double>(min) && number <= static_cast<double>(max) && number < limit;
+            value = inRange ? static_cast<Integer>(number) : 0;
             break;
         }
-        case BindingPropertyKind::String:
-            switch (ParseSignedText(input.AsString(), value)) {
-                case NumberTextResult::IncorrectFormat:
-                    FailIncorrectFormat(status, input.AsString(), name, typeName);
-                    return;
-                case NumberTextResult::OutOfRange:
-                    break;
-                case NumberTextResult::Ok:
-                    inRange = value >= min && value <= max;
-                    break;
+        case BindingPropertyKind::String: {
+            NumberTextResult result;
+            if constexpr (std::is_signed_v<Integer>) {
+                result = ParseSignedText(input.AsString(), value);
+            } else {
+                result = ParseUnsignedText(input.AsString(), value);
             }
+            if (result == NumberTextResult::IncorrectFormat) {
+                FailIncorrectFormat(status, input.AsString(), name, typeName);
+                return;
+            }
+            inRange = result == NumberTextResult::Ok && inBounds(value);
             break;
+        }
         default:
             FailInvalidType(status, name, typeName, input);
             return;
@@ -91,57 +108,16 @@ void SignedFromBinding(BindingProperty& status, std::int64_t& out, const Binding
     out = value;
 }
 
-void UnsignedFromBinding(BindingProperty& status, std::uint64_t& out, const BindingProperty& input,
-                         std::string_view name, BindingTypeKind kind, std::uint64_t max) {
-    if (!status.IsValid()) {
-        return;
-    }
-    const std::string_view typeName = BindingTypeKindName(kind);
-    std::uint64_t value = 0;
-    bool inRange = false;
-    switch (input.Kind()) {
-        case BindingPropertyKind::Empty:
-            FailRequired(status, name);
-            return;
-        case BindingPropertyKind::Signed:
-        case BindingPropertyKind::Enum: {
-            const std::int64_t number = input.Kind() == BindingPropertyKind::Enum ? input.EnumValue() : input.AsInt64();
-            inRange = number >= 0 && static_cast<std::uint64_t>(number) <= max;
-            value = static_cast<std::uint64_t>(number);
-            break;
-        }
-        case BindingPropertyKind::Unsigned:
-            value = input.AsUnsigned();
-            inRange = value <= max;
-            break;
-        case BindingPropertyKind::Float: {
-            // A NaN is neither negative nor above the bound, yet has no value.
-            const double number = input.AsDouble();
-            inRange = number >= 0.0 && number <= static_cast<double>(max) && number < 0x1p64;
-            value = inRange ? static_cast<std::uint64_t>(number) : 0;
-            break;
-        }
-        case BindingPropertyKind::String:
-            switch (ParseUnsignedText(input.AsString(), value)) {
-                case NumberTextResult::IncorrectFormat:
-                    FailIncorrectFormat(status, input.AsString(), name, typeName);
-                    return;
-                case NumberTextResult::OutOfRange:
-                    break;
-                case NumberTextResult::Ok:
-                    inRange = value <= max;
-                    break;
-            }
-            break;
-        default:
-            FailInvalidType(status, name, typeName, input);
-            return;
-    }
-    if (!inRange) {
-        FailOutOfRange(status, InputValueArgument(input), name, typeName);
-        return;
-    }
-    out = value;
+}  // namespace
+
+void IntegerFromBinding(BindingProperty& status, std::int64_t& out, const BindingProperty& input, std::string_view name,
+                        BindingTypeKind kind, std::int64_t min, std::int64_t max) {
+    ConvertInteger(status, out, input, name, kind, min, max);
+}
+
+void IntegerFromBinding(BindingProperty& status, std::uint64_t& out, const BindingProperty& input,
+                        std::string_view name, BindingTypeKind kind, std::uint64_t min, std::uint64_t max) {
+    ConvertInteger(status, out, input, name, kind, min, max);
 }
 
 void FloatingFromBinding(BindingProperty& status, double& out, const BindingProperty& input, std::string_view name,
