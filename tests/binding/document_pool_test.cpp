@@ -12,18 +12,6 @@
 namespace wex {
 namespace {
 
-TEST(DocumentPool, UsableSizeRoundsUpToTheSizeClassesAndKeepsLargeSizes) {
-    const struct {
-        std::size_t size;
-        std::size_t usable;
-    } rows[] = {{0, 16},      {1, 16},      {16, 16},     {17, 32},     {120, 128},  {129, 144},
-                {1008, 1008}, {1009, 1344}, {2016, 2016}, {2017, 2017}, {9000, 9000}};
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.size);
-        EXPECT_EQ(DocumentPool::UsableSize(row.size), row.usable);
-    }
-}
-
 TEST(DocumentPool, RecordsAreAlignedDistinctAndWritable) {
     DocumentPool pool;
     std::set<void*> seen;
@@ -60,14 +48,6 @@ TEST(DocumentPool, APageLeftWithoutRecordsGoesBackToThePageStore) {
         pool.Release(records[count], 64);
     }
     EXPECT_EQ(pool.PageCount(), 0u);
-}
-
-TEST(DocumentPool, EachSizeClassHasPagesOfItsOwn) {
-    DocumentPool pool;
-    pool.Allocate(16);
-    pool.Allocate(32);
-    pool.Allocate(2016);
-    EXPECT_EQ(pool.PageCount(), 3u);
 }
 
 TEST(DocumentPool, LargeBlocksComeFromTheHeapAndAreFreedOneByOne) {
