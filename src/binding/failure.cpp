@@ -16,6 +16,8 @@ template <class... Visitors>
 struct Overloaded : Visitors... {
     using Visitors::operator()...;
 };
+template <class... Visitors>
+Overloaded(Visitors...) -> Overloaded<Visitors...>;
 
 using JsonWriter = rapidjson::Writer<rapidjson::StringBuffer>;
 

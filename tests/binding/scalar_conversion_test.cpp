@@ -11,12 +11,13 @@ namespace {
 using namespace wex::test;
 
 class ScalarConversion : public ::testing::Test {
-  protected:
+  public:
     template <class T>
     std::string Convert(T& out, const BindingProperty& input) {
         return ConvertInto(out, input, registry_);
     }
 
+  protected:
     BindingTypeRegistry registry_;
 };
 
