@@ -1,0 +1,12 @@
+#pragma once
+
+#include <cstddef>
+
+namespace wex {
+
+// The deepest nesting of containers that a reader of outside text accepts
+// when its parser recurses once per level: well below what the smallest
+// thread stack survives.
+inline constexpr std::size_t kMaxNestingDepth = 1000;
+
+}  // namespace wex
