@@ -1,0 +1,261 @@
+#include "codec/msgpack_reader.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstring>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace wex {
+
+namespace {
+
+std::string Position(std::size_t position) {
+    return std::to_string(position);
+}
+
+// One pass over the bytes with an explicit stack of open containers.
+class MessagePackReader {
+  public:
+    MessagePackReader(const std::uint8_t* data, std::size_t length, BindingProperty& root)
+        : data_(data), length_(length), root_(root) {}
+
+    std::size_t Run() {
+        while (!failed_ && position_ < length_) {
+            if (InKeyPosition()) {
+                ReadKey();
+            } else {
+                ReadValue(TakeSlot());
+            }
+            if (failed_ || CloseFinished()) {
+                break;
+            }
+        }
+        return position_;
+    }
+
+  private:
+    struct OpenContainer {
+        BindingProperty* node;
+        std::uint64_t remaining;  // items still to come; keys and values both count in a map
+        bool isMap;
+        std::string_view key;  // the key just read, in a map
+    };
+
+    bool InKeyPosition() const { return !open_.empty() && open_.back().isMap && open_.back().remaining % 2 == 0; }
+
+    BindingProperty& TakeSlot() {
+        if (open_.empty()) {
+            return root_;
+        }
+        OpenContainer& container = open_.back();
+        --container.remaining;
+        if (!container.isMap) {
+            return container.node->Append();
+        }
+        // A repeated key overwrites the earlier value.
+        BindingProperty& member = container.node->Member(container.key);
+        member.Reset();
+        return member;
+    }
+
+    // Pops every container whose items have all been read; true when the
+    // root's value is complete.
+    bool CloseFinished() {
+        while (!open_.empty() && open_.back().remaining == 0) {
+            open_.pop_back();
+        }
+        return open_.empty();
+    }
+
+    void Fail(const std::string& message) {
+        root_.SetError(message);
+        failed_ = true;
+    }
+
+    void FailTruncated(std::size_t width) {
+        Fail("Invalid MessagePack data. " + std::to_string(width * 8) + "-bit integer value at position " +
+             Position(position_) + " is truncated.");
+    }
+
+    // A big-endian number of width bytes; false (with the error) when the input is too short.
+    bool ReadNumber(std::size_t width, std::uint64_t& number) {
+        if (length_ - position_ < width) {
+            FailTruncated(width);
+            return false;
+        }
+        number = 0;
+        for (std::size_t index = 0; index < width; ++index) {
+            number = (number << 8) | data_[position_ + index];
+        }
+        position_ += width;
+        return true;
+    }
+
+    // The bytes of a string or bin payload whose length takes lengthWidth bytes.
+    bool ReadPayload(std::size_t lengthWidth, bool isString, std::string_view& payload) {
+        std::uint64_t size = 0;
+        if (!ReadNumber(lengthWidth, size)) {
+            return false;
+        }
+        return TakePayload(size, isString, payload);
+    }
+
+    bool TakePayload(std::uint64_t size, bool isString, std::string_view& payload) {
+        if (length_ - position_ < size) {
+            Fail(isString ? "Invalid MessagePack data. String of size " + std::to_string(size) + " at position " +
+                                Position(position_) + " is truncated."
+                          : "Invalid MessagePack data. Raw bytes of size " + std::to_string(size) + " at position " +
+                                Position(position_) + " are truncated.");
+            return false;
+        }
+        payload = {reinterpret_cast<const char*>(data_ + position_), static_cast<std::size_t>(size)};
+        position_ += size;
+        return true;
+    }
+
+    void ReadKey() {
+        const std::uint8_t marker = data_[position_++];
+        std::string_view key;
+        bool read = false;
+        if (marker >= 0xA0 && marker <= 0xBF) {
+            read = TakePayload(marker & 0x1F, true, key);
+        } else if (marker >= 0xD9 && marker <= 0xDB) {
+            read = ReadPayload(std::size_t{1} << (marker - 0xD9), true, key);
+        } else {
+            Fail("Invalid MessagePack data at position " + Position(position_) + ". Map keys must be strings.");
+        }
+        if (read) {
+            open_.back().key = key;
+            --open_.back().remaining;
+        }
+    }
+
+    void Open(BindingProperty& slot, std::uint64_t count, bool isMap) {
+        if (isMap) {
+            slot.MakeStructure();
+        } else {
+            slot.MakeCollection();
+            // Every element takes at least one byte, so a huge declared count
+            // in a short input reserves no more than the input could fill.
+            slot.Reserve(static_cast<std::size_t>(std::min<std::uint64_t>(count, length_ - position_)));
+        }
+        if (count != 0) {
+            open_.push_back({&slot, isMap ? count * 2 : count, isMap, {}});
+        }
+    }
+
+    void ReadSized(BindingProperty& slot, std::uint8_t marker) {
+        std::uint64_t number = 0;
+        std::string_view payload;
+        switch (marker) {
+            case 0xC4:
+            case 0xC5:
+            case 0xC6:
+                if (ReadPayload(std::size_t{1} << (marker - 0xC4), false, payload)) {
+                    const auto* bytes = reinterpret_cast<const std::uint8_t*>(payload.data());
+                    slot.SetBlob(std::span<const std::uint8_t>(bytes, payload.size()));
+                }
+                break;
+            case 0xCA:
+                if (ReadNumber(4, number)) {
+                    slot.SetFloat(std::bit_cast<float>(static_cast<std::uint32_t>(number)));
+                }
+                break;
+            case 0xCB:
+                if (ReadNumber(8, number)) {
+                    slot.SetFloat(std::bit_cast<double>(number));
+                }
+                break;
+            case 0xCC:
+            case 0xCD:
+            case 0xCE:
+            case 0xCF:
+                if (ReadNumber(std::size_t{1} << (marker - 0xCC), number)) {
+                    slot.SetUnsigned(number);
+                }
+                break;
+            case 0xD0:
+            case 0xD1:
+            case 0xD2:
+            case 0xD3:
+                ReadSigned(slot, std::size_t{1} << (marker - 0xD0));
+                break;
+            case 0xD9:
+            case 0xDA:
+            case 0xDB:
+                if (ReadPayload(std::size_t{1} << (marker - 0xD9), true, payload)) {
+                    slot.SetString(payload);
+                }
+                break;
+            case 0xDC:
+            case 0xDD:
+                if (ReadNumber(marker == 0xDC ? 2 : 4, number)) {
+                    Open(slot, number, false);
+                }
+                break;
+            case 0xDE:
+            case 0xDF:
+                if (ReadNumber(marker == 0xDE ? 2 : 4, number)) {
+                    Open(slot, number, true);
+                }
+                break;
+            default:  // the never-used marker and the extension types
+                Fail("Invalid MessagePack data at position " + Position(position_) + ".");
+                break;
+        }
+    }
+
+    void ReadSigned(BindingProperty& slot, std::size_t width) {
+        std::uint64_t number = 0;
+        if (!ReadNumber(width, number)) {
+            return;
+        }
+        // Sign-extends the width's top bit through the 64 bits.
+        const unsigned unusedBits = 64 - 8 * static_cast<unsigned>(width);
+        slot.SetSigned(static_cast<std::int64_t>(number << unusedBits) >> unusedBits);
+    }
+
+    void ReadValue(BindingProperty& slot) {
+        const std::uint8_t marker = data_[position_++];
+        if (marker <= 0x7F) {
+            slot.SetSigned(marker);
+        } else if (marker >= 0xE0) {
+            slot.SetSigned(static_cast<std::int8_t>(marker));
+        } else if (marker <= 0x8F) {
+            Open(slot, marker & 0x0F, true);
+        } else if (marker <= 0x9F) {
+            Open(slot, marker & 0x0F, false);
+        } else if (marker <= 0xBF) {
+            std::string_view text;
+            if (TakePayload(marker & 0x1F, true, text)) {
+                slot.SetString(text);
+            }
+        } else if (marker == 0xC0) {
+            // nil leaves the slot empty
+        } else if (marker == 0xC2 || marker == 0xC3) {
+            slot.SetBool(marker == 0xC3);
+        } else {
+            ReadSized(slot, marker);
+        }
+    }
+
+    const std::uint8_t* data_;
+    std::size_t length_;
+    std::size_t position_ = 0;
+    BindingProperty& root_;
+    std::vector<OpenContainer> open_;
+    bool failed_ = false;
+};
+
+}  // namespace
+
+MessagePackResult ReadMessagePack(const std::uint8_t* data, std::size_t length) {
+    MessagePackResult result{BindingProperty(), 0};
+    MessagePackReader reader(data, length, result.value);
+    result.consumed = reader.Run();
+    return result;
+}
+
+}  // namespace wex

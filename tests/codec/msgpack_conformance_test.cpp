@@ -1,0 +1,131 @@
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "binding/base64.h"
+#include "codec/json_reader.h"
+#include "codec/msgpack_reader.h"
+#include "support/testdata.h"
+#include "testdata_file.h"
+
+namespace wex {
+namespace {
+
+// "c4-02-00-ff" as bytes.
+std::vector<std::uint8_t> FromHex(std::string_view text) {
+    std::vector<std::uint8_t> bytes;
+    for (std::size_t at = 0; at + 1 < text.size(); at += 3) {
+        bytes.push_back(static_cast<std::uint8_t>(std::strtoul(std::string(text.substr(at, 2)).c_str(), nullptr, 16)));
+    }
+    return bytes;
+}
+
+// The kind that the framework gives a number by its marker.
+BindingPropertyKind NumberKind(std::uint8_t marker) {
+    if (marker == 0xCA || marker == 0xCB) {
+        return BindingPropertyKind::Float;
+    }
+    return marker >= 0xCC && marker <= 0xCF ? BindingPropertyKind::Unsigned : BindingPropertyKind::Signed;
+}
+
+double NumberOf(const BindingProperty& value) {
+    switch (value.Kind()) {
+        case BindingPropertyKind::Signed:
+            return static_cast<double>(value.AsInt64());
+        case BindingPropertyKind::Unsigned:
+            return static_cast<double>(value.AsUnsigned());
+        default:
+            return value.AsDouble();
+    }
+}
+
+bool IsNumber(const BindingProperty& value) {
+    return value.Kind() == BindingPropertyKind::Signed || value.Kind() == BindingPropertyKind::Unsigned ||
+           value.Kind() == BindingPropertyKind::Float;
+}
+
+// The suite's JSON reads positive integers as "unsigned" where MessagePack's
+// fixints give "signed", so numbers compare by value.
+void ExpectSameValue(const BindingProperty& actual, const BindingProperty& expected) {
+    if (IsNumber(expected)) {
+        ASSERT_TRUE(IsNumber(actual));
+        EXPECT_EQ(NumberOf(actual), NumberOf(expected));
+        return;
+    }
+    ASSERT_EQ(actual.Kind(), expected.Kind());
+    ASSERT_EQ(actual.Size(), expected.Size());
+    if (expected.Kind() == BindingPropertyKind::Collection) {
+        for (std::size_t index = 0; index < expected.Size(); ++index) {
+            ExpectSameValue(actual.At(index), expected.At(index));
+        }
+    } else if (expected.Kind() == BindingPropertyKind::Structure) {
+        for (const BindingMember member : expected.Members()) {
+            ExpectSameValue(actual.Member(member.name), member.value);
+        }
+    } else {
+        EXPECT_EQ(actual.ToString(), expected.ToString());
+    }
+}
+
+void ExpectCase(std::string_view type, const BindingProperty& expected, const std::vector<std::uint8_t>& bytes) {
+    const MessagePackResult result = ReadMessagePack(bytes.data(), bytes.size());
+    if (type == "timestamp" || type == "ext") {
+        EXPECT_EQ(result.value.GetError(), "Invalid MessagePack data at position 1.");
+        return;
+    }
+    ASSERT_TRUE(result.value.IsValid()) << result.value.GetError();
+    EXPECT_EQ(result.consumed, bytes.size());
+    if (type == "binary") {
+        const std::vector<std::uint8_t> payload = FromHex(std::string(expected.AsString()) + "-");
+        EXPECT_EQ(EncodeBase64(result.value.AsBlob()), EncodeBase64(payload));
+    } else if (type == "bignum") {
+        // Integers print exactly; a float form of a big number is compared as a double.
+        EXPECT_EQ(result.value.Kind(), NumberKind(bytes[0]));
+        if (result.value.Kind() == BindingPropertyKind::Float) {
+            EXPECT_EQ(result.value.AsDouble(), std::strtod(std::string(expected.AsString()).c_str(), nullptr));
+        } else {
+            EXPECT_EQ(result.value.ToString(), expected.AsString());
+        }
+    } else if (type == "number") {
+        EXPECT_EQ(result.value.Kind(), NumberKind(bytes[0]));
+        EXPECT_EQ(NumberOf(result.value), NumberOf(expected));
+    } else {
+        ExpectSameValue(result.value, expected);
+    }
+}
+
+// Every encoding of every case reads to the case's value.
+TEST(MessagePackConformance, EveryEncodingReadsToTheExpectedValue) {
+    if (!tav::test::HasTestData("msgpack-test-suite")) {
+        GTEST_SKIP() << "msgpack-test-suite not found in " << tav::test::TestDataDir();
+    }
+    const std::string text =
+        tav::test::ReadFileBytes(tav::test::TestDataDir() / "msgpack-test-suite/dist/msgpack-test-suite.json");
+    const BindingProperty suite = ParseJson(text);
+    ASSERT_TRUE(suite.IsValid()) << suite.GetError();
+    int encodings = 0;
+    for (const BindingMember group : suite.Members()) {
+        for (const BindingProperty& testCase : group.value.Elements()) {
+            // A bignum case may also carry a "number" form; the exact text decides.
+            std::string_view type;
+            for (const BindingMember member : testCase.Members()) {
+                if (member.name != "msgpack" && type != "bignum") {
+                    type = member.name;
+                }
+            }
+            for (const BindingProperty& hex : testCase.Member("msgpack").Elements()) {
+                SCOPED_TRACE(std::string(group.name) + " " + std::string(hex.AsString()));
+                ExpectCase(type, testCase.Member(type), FromHex(std::string(hex.AsString()) + "-"));
+                ++encodings;
+            }
+        }
+    }
+    EXPECT_EQ(encodings, 233);
+}
+
+}  // namespace
+}  // namespace wex
