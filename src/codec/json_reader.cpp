@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "codec/nesting_limit.h"
+#include "diagnostics/format_message.h"
 
 namespace wex {
 
@@ -115,8 +116,8 @@ BindingProperty ParseJson(const char* text) {
     rapidjson::StringStream stream(text);
     const rapidjson::ParseResult outcome = reader.Parse<rapidjson::kParseDefaultFlags>(stream, builder);
     if (outcome.IsError()) {
-        result.SetError(std::string("Error: ") + rapidjson::GetParseError_En(outcome.Code()) + " at offset " +
-                        std::to_string(outcome.Offset()) + ".");
+        result.SetError(FormatMessage("Error: %s at offset %u.",
+                                      {rapidjson::GetParseError_En(outcome.Code()), outcome.Offset()}));
     }
     return result;
 }

@@ -7,13 +7,11 @@
 #include <string_view>
 #include <vector>
 
+#include "diagnostics/format_message.h"
+
 namespace wex {
 
 namespace {
-
-std::string Position(std::size_t position) {
-    return std::to_string(position);
-}
 
 // One pass over the bytes with an explicit stack of open containers.
 class MessagePackReader {
@@ -75,8 +73,8 @@ class MessagePackReader {
     }
 
     void FailTruncated(std::size_t width) {
-        Fail("Invalid MessagePack data. " + std::to_string(width * 8) + "-bit integer value at position " +
-             Position(position_) + " is truncated.");
+        Fail(FormatMessage("Invalid MessagePack data. %1-bit integer value at position %2 is truncated.",
+                           {width * 8, position_}));
     }
 
     // A big-endian number of width bytes; false (with the error) when the input is too short.
@@ -104,10 +102,9 @@ class MessagePackReader {
 
     bool TakePayload(std::uint64_t size, bool isString, std::string_view& payload) {
         if (length_ - position_ < size) {
-            Fail(isString ? "Invalid MessagePack data. String of size " + std::to_string(size) + " at position " +
-                                Position(position_) + " is truncated."
-                          : "Invalid MessagePack data. Raw bytes of size " + std::to_string(size) + " at position " +
-                                Position(position_) + " are truncated.");
+            Fail(FormatMessage(isString ? "Invalid MessagePack data. String of size %1 at position %2 is truncated."
+                                        : "Invalid MessagePack data. Raw bytes of size %1 at position %2 are truncated.",
+                               {size, position_}));
             return false;
         }
         payload = {reinterpret_cast<const char*>(data_ + position_), static_cast<std::size_t>(size)};
@@ -124,7 +121,7 @@ class MessagePackReader {
         } else if (marker >= 0xD9 && marker <= 0xDB) {
             read = ReadPayload(std::size_t{1} << (marker - 0xD9), true, key);
         } else {
-            Fail("Invalid MessagePack data at position " + Position(position_) + ". Map keys must be strings.");
+            Fail(FormatMessage("Invalid MessagePack data at position %1. Map keys must be strings.", {position_}));
         }
         if (read) {
             open_.back().key = key;
@@ -202,7 +199,7 @@ class MessagePackReader {
                 }
                 break;
             default:  // the never-used marker and the extension types
-                Fail("Invalid MessagePack data at position " + Position(position_) + ".");
+                Fail(FormatMessage("Invalid MessagePack data at position %1.", {position_}));
                 break;
         }
     }
