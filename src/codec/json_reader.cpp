@@ -1,13 +1,11 @@
 #include "codec/json_reader.h"
 
-#include <rapidjson/error/en.h>
-#include <rapidjson/reader.h>
-
 #include <cstring>
 #include <string_view>
 #include <vector>
 
 #include "codec/nesting_limit.h"
+#include "codec/rapidjson.h"
 #include "diagnostics/format_message.h"
 
 namespace wex {

@@ -1,14 +1,11 @@
 #include "codec/json_writer.h"
 
-#include <rapidjson/prettywriter.h>
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
-
 #include <cmath>
 #include <span>
 #include <vector>
 
 #include "binding/base64.h"
+#include "codec/rapidjson.h"
 
 namespace wex {
 

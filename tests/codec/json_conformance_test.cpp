@@ -1,5 +1,5 @@
 #include <gtest/gtest.h>
-#include <rapidjson/error/en.h>
+#include "codec/rapidjson.h"
 
 #include <fstream>
 #include <map>
