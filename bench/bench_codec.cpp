@@ -1,0 +1,137 @@
+// The codecs beside their peers, on the three corpora of the JSON benchmark and
+// their MessagePack forms (made at start-up):
+//   ParseJson       vs rapidjson's Document::Parse and nlohmann::json::parse
+//   WriteJson       vs rapidjson's Writer over a Document
+//   ReadMessagePack vs msgpack-c's unpack to an object
+#include <benchmark/benchmark.h>
+#include <rapidjson/document.h>
+#include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
+
+#include <cstdint>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <msgpack.hpp>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
+
+#include "codec/json_reader.h"
+#include "codec/json_writer.h"
+#include "codec/msgpack_reader.h"
+
+namespace {
+
+struct Corpus {
+    std::string name;
+    std::string json;
+    std::vector<std::uint8_t> msgpack;
+};
+
+std::string ReadFile(const std::filesystem::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+void SetBytes(benchmark::State& state, std::size_t size) {
+    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * size));
+}
+
+void ParseJsonBinding(benchmark::State& state, const Corpus& corpus) {
+    for (auto _ : state) {
+        wex::BindingProperty value = wex::ParseJson(corpus.json.c_str());
+        benchmark::DoNotOptimize(value);
+    }
+    SetBytes(state, corpus.json.size());
+}
+
+void ParseJsonRapidjson(benchmark::State& state, const Corpus& corpus) {
+    for (auto _ : state) {
+        rapidjson::Document document;
+        document.Parse(corpus.json.c_str());
+        benchmark::DoNotOptimize(document);
+    }
+    SetBytes(state, corpus.json.size());
+}
+
+void ParseJsonNlohmann(benchmark::State& state, const Corpus& corpus) {
+    for (auto _ : state) {
+        nlohmann::json document = nlohmann::json::parse(corpus.json);
+        benchmark::DoNotOptimize(document);
+    }
+    SetBytes(state, corpus.json.size());
+}
+
+void WriteJsonBinding(benchmark::State& state, const Corpus& corpus) {
+    const wex::BindingProperty value = wex::ParseJson(corpus.json.c_str());
+    for (auto _ : state) {
+        std::string text = wex::WriteJson(value);
+        benchmark::DoNotOptimize(text);
+    }
+    SetBytes(state, corpus.json.size());
+}
+
+void WriteJsonRapidjson(benchmark::State& state, const Corpus& corpus) {
+    rapidjson::Document document;
+    document.Parse(corpus.json.c_str());
+    for (auto _ : state) {
+        rapidjson::StringBuffer buffer;
+        rapidjson::Writer<rapidjson::StringBuffer> writer(buffer);
+        document.Accept(writer);
+        std::string text(buffer.GetString(), buffer.GetSize());
+        benchmark::DoNotOptimize(text);
+    }
+    SetBytes(state, corpus.json.size());
+}
+
+void ReadMessagePackBinding(benchmark::State& state, const Corpus& corpus) {
+    for (auto _ : state) {
+        wex::MessagePackResult result = wex::ReadMessagePack(corpus.msgpack.data(), corpus.msgpack.size());
+        benchmark::DoNotOptimize(result);
+    }
+    SetBytes(state, corpus.msgpack.size());
+}
+
+void ReadMessagePackMsgpackC(benchmark::State& state, const Corpus& corpus) {
+    for (auto _ : state) {
+        msgpack::object_handle handle =
+            msgpack::unpack(reinterpret_cast<const char*>(corpus.msgpack.data()), corpus.msgpack.size());
+        benchmark::DoNotOptimize(handle);
+    }
+    SetBytes(state, corpus.msgpack.size());
+}
+
+void Register(const std::string& name, void (*run)(benchmark::State&, const Corpus&), const Corpus& corpus) {
+    benchmark::RegisterBenchmark((name + "/" + corpus.name).c_str(), run, corpus);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    benchmark::Initialize(&argc, argv);
+    const std::filesystem::path data = std::filesystem::path(TAV_TESTDATA_DIR) / "nativejson-benchmark/data";
+    if (!std::filesystem::is_directory(data)) {
+        std::printf("bench_codec skipped: the corpora are not in %s\n", data.c_str());
+        return 0;
+    }
+    std::vector<Corpus> corpora;
+    for (const char* name : {"canada", "citm_catalog", "twitter"}) {
+        Corpus corpus{name, ReadFile(data / (std::string(name) + ".json")), {}};
+        corpus.msgpack = nlohmann::json::to_msgpack(nlohmann::json::parse(corpus.json));
+        corpora.push_back(std::move(corpus));
+    }
+    for (const Corpus& corpus : corpora) {
+        Register("ParseJson", ParseJsonBinding, corpus);
+        Register("ParseJson_RapidjsonDocument", ParseJsonRapidjson, corpus);
+        Register("ParseJson_Nlohmann", ParseJsonNlohmann, corpus);
+        Register("WriteJson", WriteJsonBinding, corpus);
+        Register("WriteJson_RapidjsonWriter", WriteJsonRapidjson, corpus);
+        Register("ReadMessagePack", ReadMessagePackBinding, corpus);
+        Register("ReadMessagePack_MsgpackC", ReadMessagePackMsgpackC, corpus);
+    }
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}
