@@ -14,7 +14,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return 0;
     }
     const std::string compact = wex::WriteJson(value);
-    if (!wex::ParseJson(compact).IsValid() || !wex::ParseJson(wex::WriteJson(value, "\r\n")).IsValid()) {
+    if (!wex::ParseJson(compact).IsValid() || !wex::ParseJson(wex::WriteJson(value, nullptr, "\r\n")).IsValid()) {
         __builtin_trap();
     }
     return 0;

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "binding/base64.h"
+#include "binding/registry.h"
 #include "codec/rapidjson.h"
 
 namespace wex {
@@ -15,7 +16,7 @@ namespace {
 template <class Writer>
 class TreeWriter {
   public:
-    explicit TreeWriter(Writer& writer) : writer_(writer) {}
+    TreeWriter(Writer& writer, const BindingTypeRegistry* registry) : writer_(writer), registry_(registry) {}
 
     void Write(const BindingProperty& root) {
         WriteNode(root);
@@ -55,6 +56,16 @@ class TreeWriter {
         writer_.String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
     }
 
+    void WriteEnum(const BindingProperty& node) {
+        if (registry_ != nullptr) {
+            if (const auto name = registry_->EnumValueName(node.EnumTypeId(), node.EnumValue())) {
+                WriteString(*name);
+                return;
+            }
+        }
+        writer_.Int(node.EnumValue());
+    }
+
     void WriteNode(const BindingProperty& node) {
         switch (node.Kind()) {
             case BindingPropertyKind::Bool:
@@ -81,7 +92,7 @@ class TreeWriter {
                 WriteString(EncodeBase64(node.AsBlob()));
                 break;
             case BindingPropertyKind::Enum:
-                writer_.Int(node.EnumValue());
+                WriteEnum(node);
                 break;
             case BindingPropertyKind::Collection: {
                 writer_.StartArray();
@@ -102,12 +113,13 @@ class TreeWriter {
     }
 
     Writer& writer_;
+    const BindingTypeRegistry* registry_;
     std::vector<Frame> open_;
 };
 
 template <class Writer>
-void WriteTree(const BindingProperty& value, Writer& writer) {
-    TreeWriter<Writer>(writer).Write(value);
+void WriteTree(const BindingProperty& value, const BindingTypeRegistry* registry, Writer& writer) {
+    TreeWriter<Writer>(writer, registry).Write(value);
 }
 
 void ReplaceLineFeeds(std::string& text, std::string_view lineBreak) {
@@ -125,18 +137,18 @@ void ReplaceLineFeeds(std::string& text, std::string_view lineBreak) {
 
 }  // namespace
 
-std::string WriteJson(const BindingProperty& value, std::string_view lineBreak) {
+std::string WriteJson(const BindingProperty& value, const BindingTypeRegistry* registry, std::string_view lineBreak) {
     if (value.IsEmpty()) {
         return {};
     }
     rapidjson::StringBuffer buffer;
     if (lineBreak.empty()) {
         rapidjson::Writer<rapidjson::StringBuffer> writer(buffer);
-        WriteTree(value, writer);
+        WriteTree(value, registry, writer);
     } else {
         rapidjson::PrettyWriter<rapidjson::StringBuffer> writer(buffer);
         writer.SetIndent(' ', 4);
-        WriteTree(value, writer);
+        WriteTree(value, registry, writer);
     }
     std::string text(buffer.GetString(), buffer.GetSize());
     if (!lineBreak.empty() && lineBreak != "\n") {

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "binding/registry.h"
 #include "codec/json_reader.h"
 #include "support/testdata.h"
 #include "testdata_file.h"
@@ -34,7 +35,7 @@ BindingProperty Text(std::string_view text) {
 
 TEST(WriteJson, AnEmptyValueIsTheEmptyTextAtTheTopAndNullInside) {
     EXPECT_EQ(WriteJson(BindingProperty()), "");
-    EXPECT_EQ(WriteJson(BindingProperty(), "\n"), "");
+    EXPECT_EQ(WriteJson(BindingProperty(), nullptr, "\n"), "");
     BindingProperty list;
     list.At(1).SetBool(true);
     EXPECT_EQ(WriteJson(list), "[null,true]");
@@ -119,18 +120,33 @@ TEST(WriteJson, IndentedOutputUsesFourSpacesAndTheLineBreakGiven) {
         "    ],\n"
         "    \"e\": {}\n"
         "}";
-    EXPECT_EQ(WriteJson(Nested(), "\n"), expected);
+    EXPECT_EQ(WriteJson(Nested(), nullptr, "\n"), expected);
 
     std::string crlf;
     for (const char character : expected) {
         crlf += character == '\n' ? std::string("\r\n") : std::string(1, character);
     }
-    EXPECT_EQ(WriteJson(Nested(), "\r\n"), crlf);
-    EXPECT_EQ(WriteJson(Nested(), "\r\n").find_first_of('\n'), crlf.find("\r\n") + 1);
+    EXPECT_EQ(WriteJson(Nested(), nullptr, "\r\n"), crlf);
+    EXPECT_EQ(WriteJson(Nested(), nullptr, "\r\n").find_first_of('\n'), crlf.find("\r\n") + 1);
+}
+
+enum class Tier { Iron = 1, Bronze = 2 };
+
+TEST(WriteJson, EnumeratorsAreWrittenByNameWhenTheRegistryKnowsOne) {
+    BindingTypeRegistry registry;
+    // Two names share a value: the one first in byte order is written.
+    registry.Enum<Tier>("Tier").Value("IRON", Tier::Iron).Value("BRONZE", Tier::Bronze).Value("ALSO_IRON", Tier::Iron);
+    BindingProperty value;
+    value.At(0).SetEnum(1, BindingTypeIdentity::Of<Tier>());
+    value.At(1).SetEnum(2, BindingTypeIdentity::Of<Tier>());
+    value.At(2).SetEnum(7, BindingTypeIdentity::Of<Tier>());
+    value.At(3).SetEnum(1, BindingTypeIdentity::Reserved());
+    EXPECT_EQ(WriteJson(value, &registry), R"(["ALSO_IRON","BRONZE",7,1])");
+    EXPECT_EQ(WriteJson(value), "[1,2,7,1]");
 }
 
 TEST(WriteJson, AnEscapedLineFeedIsNotALineBreak) {
-    EXPECT_EQ(WriteJson(Text("a\nb"), "\r\n"), R"("a\nb")");
+    EXPECT_EQ(WriteJson(Text("a\nb"), nullptr, "\r\n"), R"("a\nb")");
 }
 
 TEST(WriteJson, ReadingBackGivesTheSameText) {
@@ -158,7 +174,7 @@ TEST(WriteJson, TheBenchmarkCorporaSurviveARoundTrip) {
             ParseJson(tav::test::ReadFileBytes(tav::test::TestDataDir() / "nativejson-benchmark/data" / file));
         ASSERT_TRUE(first.IsValid()) << first.GetError();
         const std::string compact = WriteJson(first);
-        const std::string indented = WriteJson(first, "\r\n");
+        const std::string indented = WriteJson(first, nullptr, "\r\n");
         EXPECT_EQ(WriteJson(ParseJson(compact)), compact);
         EXPECT_EQ(WriteJson(ParseJson(indented)), compact);
     }
