@@ -1,0 +1,254 @@
+#include "codec/yaml_reader.h"
+
+#include <yaml.h>
+
+#include <cstddef>
+#include <new>
+#include <string>
+#include <vector>
+
+#include "codec/nesting_limit.h"
+#include "codec/yaml_anchors.h"
+#include "codec/yaml_scalar.h"
+#include "diagnostics/format_message.h"
+
+namespace wex {
+
+namespace {
+
+// libyaml's parser over a text, released on every path.
+class YamlParser {
+  public:
+    explicit YamlParser(std::string_view text) {
+        if (yaml_parser_initialize(&parser_) == 0) {
+            throw std::bad_alloc();
+        }
+        yaml_parser_set_encoding(&parser_, YAML_UTF8_ENCODING);
+        yaml_parser_set_input_string(&parser_, reinterpret_cast<const unsigned char*>(text.data()), text.size());
+    }
+    ~YamlParser() { yaml_parser_delete(&parser_); }
+    YamlParser(const YamlParser&) = delete;
+    YamlParser& operator=(const YamlParser&) = delete;
+
+    // False on a parse error; the event is then empty.
+    bool Parse(yaml_event_t& event) { return yaml_parser_parse(&parser_, &event) != 0; }
+
+    bool Failed() const { return parser_.error != YAML_NO_ERROR; }
+    std::string Problem() const {
+        return FormatMessage("YAML parser error: %1. At line: %2 col: %3",
+                             {parser_.problem, parser_.problem_mark.line, parser_.problem_mark.column});
+    }
+
+  private:
+    yaml_parser_t parser_;
+};
+
+struct YamlEvent {
+    yaml_event_t event{};
+    YamlEvent() = default;
+    ~YamlEvent() { yaml_event_delete(&event); }
+    YamlEvent(const YamlEvent&) = delete;
+    YamlEvent& operator=(const YamlEvent&) = delete;
+};
+
+std::string_view Text(const yaml_char_t* text) {
+    return text != nullptr ? reinterpret_cast<const char*>(text) : std::string_view();
+}
+
+// Builds the value tree from the parser's events, with its own stack of open
+// sequences and mappings.
+class YamlTreeBuilder {
+  public:
+    explicit YamlTreeBuilder(BindingProperty& root) : root_(root) {}
+
+    void Handle(const yaml_event_t& event) {
+        line_ = event.start_mark.line + 1;
+        column_ = event.start_mark.column + 1;
+        switch (event.type) {
+            case YAML_DOCUMENT_START_EVENT:
+                if (!root_.IsEmpty()) {
+                    root_.SetError("Multi-document YAML is not supported.");
+                }
+                break;
+            case YAML_SCALAR_EVENT:
+                Scalar(event.data.scalar);
+                break;
+            case YAML_ALIAS_EVENT:
+                Alias(std::string(Text(event.data.alias.anchor)));
+                break;
+            case YAML_SEQUENCE_START_EVENT:
+                Open(false, Text(event.data.sequence_start.anchor));
+                break;
+            case YAML_MAPPING_START_EVENT:
+                Open(true, Text(event.data.mapping_start.anchor));
+                break;
+            case YAML_SEQUENCE_END_EVENT:
+            case YAML_MAPPING_END_EVENT:
+                Close();
+                break;
+            default:
+                break;
+        }
+    }
+
+  private:
+    struct OpenContainer {
+        BindingProperty* node;
+        bool isMapping;
+        bool hasKey;
+        std::string key;  // the pending key of a mapping
+        std::string anchor;
+    };
+
+    bool InKeyPosition() const { return !open_.empty() && open_.back().isMapping && !open_.back().hasKey; }
+
+    BindingProperty& TakeSlot() {
+        if (open_.empty()) {
+            return root_;
+        }
+        OpenContainer& container = open_.back();
+        if (!container.isMapping) {
+            return container.node->Append();
+        }
+        container.hasKey = false;
+        // A repeated key overwrites the earlier value.
+        BindingProperty& member = container.node->Member(container.key);
+        member.Reset();
+        return member;
+    }
+
+    void Fail(std::string_view message) { root_.SetError(FormatMessage(message, {line_, column_})); }
+
+    void FailFor(std::string_view message, const std::string& anchor) {
+        root_.SetError(FormatMessage(message, {anchor, line_, column_}));
+    }
+
+    // Answers whether reading goes on.
+    bool Check(YamlAnchors::Result result, const std::string& anchor) {
+        switch (result) {
+            case YamlAnchors::Result::Ok:
+                return true;
+            case YamlAnchors::Result::Duplicate:
+                FailFor("Duplicate occurrence of anchor \"%1\". At line: %2 col: %3", anchor);
+                return false;
+            case YamlAnchors::Result::Undefined:
+                FailFor("Undefined alias encountered: \"%1\". At line: %2 col: %3", anchor);
+                return false;
+            case YamlAnchors::Result::Cyclic:
+                FailFor("Cannot deserialize cyclic aliases. Alias \"%1\". At line: %2 col: %3", anchor);
+                return false;
+            case YamlAnchors::Result::TooManyNodes:
+                Fail("Too many nodes created by aliases (more than 1000000). At line: %1 col: %2");
+                return false;
+        }
+        return false;
+    }
+
+    void SetKey(std::string_view key) {
+        open_.back().key.assign(key);
+        open_.back().hasKey = true;
+    }
+
+    void Scalar(const decltype(yaml_event_t::data.scalar)& scalar) {
+        const std::string_view tag = Text(scalar.tag);
+        const std::string_view text(reinterpret_cast<const char*>(scalar.value), scalar.length);
+        const std::string anchor(Text(scalar.anchor));
+        if (InKeyPosition()) {
+            if (!tag.empty() && tag != "tag:yaml.org,2002:str") {
+                Fail("Invalid mapping key. Only string scalar keys are allowed. At line: %1 col: %2");
+                return;
+            }
+            SetKey(text);
+            if (!anchor.empty()) {
+                BindingProperty key;
+                key.SetString(text);
+                Check(anchors_.Add(anchor, key), anchor);
+            }
+            return;
+        }
+        const bool quoted =
+            scalar.style == YAML_SINGLE_QUOTED_SCALAR_STYLE || scalar.style == YAML_DOUBLE_QUOTED_SCALAR_STYLE;
+        BindingProperty& slot = TakeSlot();
+        SetYamlScalar(root_, slot, tag, text, quoted);
+        if (root_.IsValid() && !anchor.empty()) {
+            Check(anchors_.Add(anchor, slot), anchor);
+        }
+    }
+
+    // An alias used as a key must name a string.
+    void Alias(const std::string& anchor) {
+        if (!InKeyPosition()) {
+            Check(anchors_.CopyTo(anchor, TakeSlot()), anchor);
+            return;
+        }
+        BindingProperty key;
+        if (!Check(anchors_.CopyTo(anchor, key), anchor)) {
+            return;
+        }
+        if (key.Kind() != BindingPropertyKind::String) {
+            Fail("Invalid mapping key. Only string scalar keys are allowed. At line: %1 col: %2");
+            return;
+        }
+        SetKey(key.AsString());
+    }
+
+    void Open(bool isMapping, std::string_view anchor) {
+        if (InKeyPosition()) {
+            Fail(isMapping ? "Unexpected start of mapping. At line: %1 col: %2"
+                           : "Unexpected start of sequence. At line: %1 col: %2");
+            return;
+        }
+        // libyaml's scanner spends time in proportion to the nesting depth on
+        // every token, so unbounded nesting would make a short text slow.
+        if (open_.size() == kMaxNestingDepth) {
+            Fail("Nesting too deep (more than 1000 levels). At line: %1 col: %2");
+            return;
+        }
+        std::string name(anchor);
+        if (!name.empty() && !Check(anchors_.Open(name), name)) {
+            return;
+        }
+        BindingProperty& slot = TakeSlot();
+        if (isMapping) {
+            slot.MakeStructure();
+        } else {
+            slot.MakeCollection();
+        }
+        open_.push_back({&slot, isMapping, false, {}, std::move(name)});
+    }
+
+    void Close() {
+        const OpenContainer closed = std::move(open_.back());
+        open_.pop_back();
+        if (!closed.anchor.empty()) {
+            Check(anchors_.Close(closed.anchor, *closed.node), closed.anchor);
+        }
+    }
+
+    BindingProperty& root_;
+    std::vector<OpenContainer> open_;
+    YamlAnchors anchors_;
+    std::size_t line_ = 0;
+    std::size_t column_ = 0;
+};
+
+}  // namespace
+
+BindingProperty ReadYaml(std::string_view text) {
+    BindingProperty result;
+    YamlParser parser(text);
+    YamlTreeBuilder builder(result);
+    while (result.IsValid()) {
+        YamlEvent next;
+        if (!parser.Parse(next.event) || next.event.type == YAML_STREAM_END_EVENT) {
+            break;
+        }
+        builder.Handle(next.event);
+    }
+    if (result.IsValid() && parser.Failed()) {
+        result.SetError(parser.Problem());
+    }
+    return result;
+}
+
+}  // namespace wex
