@@ -9,6 +9,8 @@
 #include "binding/base64.h"
 #include "codec/json_reader.h"
 #include "codec/msgpack_reader.h"
+#include "describe_value.h"
+#include "same_value.h"
 #include "support/testdata.h"
 #include "testdata_file.h"
 
@@ -32,45 +34,6 @@ BindingPropertyKind NumberKind(std::uint8_t marker) {
     return marker >= 0xCC && marker <= 0xCF ? BindingPropertyKind::Unsigned : BindingPropertyKind::Signed;
 }
 
-double NumberOf(const BindingProperty& value) {
-    switch (value.Kind()) {
-        case BindingPropertyKind::Signed:
-            return static_cast<double>(value.AsInt64());
-        case BindingPropertyKind::Unsigned:
-            return static_cast<double>(value.AsUnsigned());
-        default:
-            return value.AsDouble();
-    }
-}
-
-bool IsNumber(const BindingProperty& value) {
-    return value.Kind() == BindingPropertyKind::Signed || value.Kind() == BindingPropertyKind::Unsigned ||
-           value.Kind() == BindingPropertyKind::Float;
-}
-
-// The suite's JSON reads positive integers as "unsigned" where MessagePack's
-// fixints give "signed", so numbers compare by value.
-void ExpectSameValue(const BindingProperty& actual, const BindingProperty& expected) {
-    if (IsNumber(expected)) {
-        ASSERT_TRUE(IsNumber(actual));
-        EXPECT_EQ(NumberOf(actual), NumberOf(expected));
-        return;
-    }
-    ASSERT_EQ(actual.Kind(), expected.Kind());
-    ASSERT_EQ(actual.Size(), expected.Size());
-    if (expected.Kind() == BindingPropertyKind::Collection) {
-        for (std::size_t index = 0; index < expected.Size(); ++index) {
-            ExpectSameValue(actual.At(index), expected.At(index));
-        }
-    } else if (expected.Kind() == BindingPropertyKind::Structure) {
-        for (const BindingMember member : expected.Members()) {
-            ExpectSameValue(actual.Member(member.name), member.value);
-        }
-    } else {
-        EXPECT_EQ(actual.ToString(), expected.ToString());
-    }
-}
-
 void ExpectCase(std::string_view type, const BindingProperty& expected, const std::vector<std::uint8_t>& bytes) {
     const MessagePackResult result = ReadMessagePack(bytes.data(), bytes.size());
     if (type == "timestamp" || type == "ext") {
@@ -92,9 +55,9 @@ void ExpectCase(std::string_view type, const BindingProperty& expected, const st
         }
     } else if (type == "number") {
         EXPECT_EQ(result.value.Kind(), NumberKind(bytes[0]));
-        EXPECT_EQ(NumberOf(result.value), NumberOf(expected));
+        EXPECT_EQ(tav::test::NumberOf(result.value), tav::test::NumberOf(expected));
     } else {
-        ExpectSameValue(result.value, expected);
+        EXPECT_TRUE(tav::test::SameValue(result.value, expected)) << tav::test::DescribeValue(result.value);
     }
 }
 
