@@ -1,9 +1,12 @@
 // The codecs beside their peers, on the three corpora of the JSON benchmark and
-// their MessagePack forms (made at start-up):
+// their MessagePack and block-style YAML forms (made at start-up):
 //   ParseJson       vs rapidjson's Document::Parse and nlohmann::json::parse
 //   WriteJson       vs rapidjson's Writer over a Document
 //   ReadMessagePack vs msgpack-c's unpack to an object
+//   ReadYaml        vs a bare libyaml event loop that builds nothing, and yaml-cpp's Load
 #include <benchmark/benchmark.h>
+#include <yaml-cpp/yaml.h>
+#include <yaml.h>
 #include <rapidjson/document.h>
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
@@ -21,6 +24,7 @@
 #include "codec/json_reader.h"
 #include "codec/json_writer.h"
 #include "codec/msgpack_reader.h"
+#include "codec/yaml_reader.h"
 
 namespace {
 
@@ -28,11 +32,50 @@ struct Corpus {
     std::string name;
     std::string json;
     std::vector<std::uint8_t> msgpack;
+    std::string yaml;
 };
 
 std::string ReadFile(const std::filesystem::path& path) {
     std::ifstream file(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+bool IsContainer(const wex::BindingProperty& value) {
+    return value.Kind() == wex::BindingPropertyKind::Collection || value.Kind() == wex::BindingPropertyKind::Structure;
+}
+
+// A scalar as YAML: strings double-quoted with JSON's escapes, which YAML reads too.
+std::string YamlScalar(const wex::BindingProperty& value) {
+    if (value.IsEmpty()) {
+        return "~";
+    }
+    if (value.Size() == 0 && IsContainer(value)) {
+        return value.Kind() == wex::BindingPropertyKind::Collection ? "[]" : "{}";
+    }
+    return wex::WriteJson(value);
+}
+
+// Block style, two spaces per level; the corpora nest only a few levels.
+void AppendBlockYaml(std::string& text, const wex::BindingProperty& value, const std::string& indent) {
+    auto appendItem = [&](const std::string& lead, const wex::BindingProperty& item) {
+        text += indent + lead;
+        if (IsContainer(item) && item.Size() != 0) {
+            text += "\n";
+            AppendBlockYaml(text, item, indent + "  ");
+        } else {
+            text += ' ';
+            text += YamlScalar(item);
+            text += '\n';
+        }
+    };
+    for (const wex::BindingProperty& element : value.Elements()) {
+        appendItem("-", element);
+    }
+    for (const wex::BindingMember member : value.Members()) {
+        wex::BindingProperty name;
+        name.SetString(member.name);
+        appendItem(wex::WriteJson(name) + ":", member.value);
+    }
 }
 
 void SetBytes(benchmark::State& state, std::size_t size) {
@@ -103,6 +146,46 @@ void ReadMessagePackMsgpackC(benchmark::State& state, const Corpus& corpus) {
     SetBytes(state, corpus.msgpack.size());
 }
 
+void ReadYamlBinding(benchmark::State& state, const Corpus& corpus) {
+    for (auto _ : state) {
+        wex::BindingProperty value = wex::ReadYaml(corpus.yaml);
+        benchmark::DoNotOptimize(value);
+    }
+    SetBytes(state, corpus.yaml.size());
+}
+
+// What reading costs with nothing built: the limit for a tree builder on libyaml.
+void ReadYamlBareEvents(benchmark::State& state, const Corpus& corpus) {
+    for (auto _ : state) {
+        yaml_parser_t parser;
+        yaml_parser_initialize(&parser);
+        yaml_parser_set_encoding(&parser, YAML_UTF8_ENCODING);
+        yaml_parser_set_input_string(&parser, reinterpret_cast<const unsigned char*>(corpus.yaml.data()),
+                                     corpus.yaml.size());
+        std::size_t events = 0;
+        yaml_event_t event;
+        while (yaml_parser_parse(&parser, &event) != 0) {
+            const bool end = event.type == YAML_STREAM_END_EVENT;
+            yaml_event_delete(&event);
+            ++events;
+            if (end) {
+                break;
+            }
+        }
+        yaml_parser_delete(&parser);
+        benchmark::DoNotOptimize(events);
+    }
+    SetBytes(state, corpus.yaml.size());
+}
+
+void ReadYamlYamlCpp(benchmark::State& state, const Corpus& corpus) {
+    for (auto _ : state) {
+        YAML::Node node = YAML::Load(corpus.yaml);
+        benchmark::DoNotOptimize(node);
+    }
+    SetBytes(state, corpus.yaml.size());
+}
+
 void Register(const std::string& name, void (*run)(benchmark::State&, const Corpus&), const Corpus& corpus) {
     benchmark::RegisterBenchmark((name + "/" + corpus.name).c_str(), run, corpus);
 }
@@ -118,8 +201,14 @@ int main(int argc, char** argv) {
     }
     std::vector<Corpus> corpora;
     for (const char* name : {"canada", "citm_catalog", "twitter"}) {
-        Corpus corpus{name, ReadFile(data / (std::string(name) + ".json")), {}};
+        Corpus corpus{name, ReadFile(data / (std::string(name) + ".json")), {}, {}};
         corpus.msgpack = nlohmann::json::to_msgpack(nlohmann::json::parse(corpus.json));
+        AppendBlockYaml(corpus.yaml, wex::ParseJson(corpus.json), "");
+        const wex::BindingProperty yaml = wex::ReadYaml(corpus.yaml);
+        if (!yaml.IsValid()) {
+            std::printf("The YAML form of %s does not read: %s\n", name, std::string(yaml.GetError()).c_str());
+            return 1;
+        }
         corpora.push_back(std::move(corpus));
     }
     for (const Corpus& corpus : corpora) {
@@ -130,6 +219,9 @@ int main(int argc, char** argv) {
         Register("WriteJson_RapidjsonWriter", WriteJsonRapidjson, corpus);
         Register("ReadMessagePack", ReadMessagePackBinding, corpus);
         Register("ReadMessagePack_MsgpackC", ReadMessagePackMsgpackC, corpus);
+        Register("ReadYaml", ReadYamlBinding, corpus);
+        Register("ReadYaml_BareLibyamlEvents", ReadYamlBareEvents, corpus);
+        Register("ReadYaml_YamlCpp", ReadYamlYamlCpp, corpus);
     }
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();
