@@ -13,7 +13,7 @@ namespace wex {
 // keeping its last value; a string ends at an escaped NUL. Containers nest at
 // most kMaxNestingDepth levels. On failure the result holds
 // "Error: <message> at offset <n>." with the byte offset counted from the
-// first byte of text.
+// first byte of text. Throws std::bad_alloc when memory runs out.
 BindingProperty ParseJson(const char* text);
 inline BindingProperty ParseJson(const std::string& text) { return ParseJson(text.c_str()); }
 

@@ -14,7 +14,8 @@ namespace wex {
 // levels. Empty documents may precede the one with a
 // value; a second value is refused. A text with no value is a valid "empty"
 // value. Failures carry their line and column, counted from 1, except for
-// the parser's own errors, which keep its positions, counted from 0.
+// the parser's own errors, which keep its positions, counted from 0. Throws
+// std::bad_alloc when memory runs out; the parser is released on every path.
 BindingProperty ReadYaml(std::string_view text);
 
 }  // namespace wex
