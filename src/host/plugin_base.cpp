@@ -1,5 +1,7 @@
 #include "host/plugin_base.h"
 
+#include "binding/type_identity.h"
+
 namespace wex {
 
 PluginBase::~PluginBase() = default;
@@ -10,6 +12,21 @@ void PluginBase::Connect(std::uint32_t hostContext, std::string name, std::strin
     hostContext_ = hostContext;
     name_ = std::move(name);
     userAgent_ = std::move(userAgent);
+}
+
+void PluginBase::RegisterLcdsClassName(std::string typeName, const BindingTypeIdentity& type, std::string className) {
+    lcdsClassNamesByType_.insert_or_assign(type.id, className);
+    lcdsClassNamesByTypeName_.insert_or_assign(std::move(typeName), std::move(className));
+}
+
+std::string_view PluginBase::FindLcdsClassName(std::string_view typeName) const {
+    const auto found = lcdsClassNamesByTypeName_.find(typeName);
+    return found != lcdsClassNamesByTypeName_.end() ? std::string_view(found->second) : std::string_view();
+}
+
+std::string_view PluginBase::FindLcdsClassName(const BindingTypeIdentity& type) const {
+    const auto found = lcdsClassNamesByType_.find(type.id);
+    return found != lcdsClassNamesByType_.end() ? std::string_view(found->second) : std::string_view();
 }
 
 }  // namespace wex

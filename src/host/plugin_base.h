@@ -1,7 +1,10 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <string>
+#include <string_view>
+#include <unordered_map>
 
 #include "host/subscription_interface.h"
 #include "plugin/boundary.h"
@@ -9,6 +12,7 @@
 namespace wex {
 
 class BindingTypeRegistry;
+struct BindingTypeIdentity;
 
 // The part of a module that talks to the host: the host's functions as
 // virtual slots (a test double overrides them to replace the host), the host
@@ -43,6 +47,15 @@ public:
     BindingTypeRegistry* TypeRegistry() const { return typeRegistry_; }
     bool IsFinalizing() const { return finalizing_; }
 
+    // Enters a server record type in the two class-name tables: by its
+    // registered name (outgoing arguments are annotated with it) and by its
+    // identity (answers are checked against it). A later entry of the same
+    // name or identity replaces the earlier one.
+    void RegisterLcdsClassName(std::string typeName, const BindingTypeIdentity& type, std::string className);
+    // The server class name of a type; empty when the type has none.
+    std::string_view FindLcdsClassName(std::string_view typeName) const;
+    std::string_view FindLcdsClassName(const BindingTypeIdentity& type) const;
+
 protected:
     // Keeps what the host connection needs; called by Start.
     void Connect(std::uint32_t hostContext, std::string name, std::string userAgent);
@@ -52,6 +65,10 @@ protected:
     std::string name_;
     std::string userAgent_;
     bool finalizing_ = false;
+
+private:
+    std::map<std::string, std::string, std::less<>> lcdsClassNamesByTypeName_;
+    std::unordered_map<std::uint32_t, std::string> lcdsClassNamesByType_;
 };
 
 }  // namespace wex
