@@ -18,7 +18,9 @@ AppModule::LogSystemReference::LogSystemReference() { AcquireLogSystem(); }
 AppModule::LogSystemReference::~LogSystemReference() { ReleaseLogSystem(); }
 
 AppModule::AppModule(std::string shortName)
-    : constructedName_(std::move(shortName)), callbacks_{&StartCallback, &StopCallback, &MemoryStatsCallback} {}
+    : constructedName_(std::move(shortName)), callbacks_{&StartCallback, &StopCallback, &MemoryStatsCallback} {
+    typeRegistry_ = &registry_;
+}
 
 AppModule::~AppModule() { platform::UnregisterEventTracing(); }
 

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "binding/registry.h"
 #include "host/plugin_base.h"
 #include "plugin/api_version.h"
 #include "plugin/boundary.h"
@@ -79,6 +80,7 @@ private:
     PluginName pluginName_;
     std::string typeNamespace_;
     std::vector<std::string> apiTags_;
+    BindingTypeRegistry registry_;
     const PluginStartInfo* startInfo_ = nullptr;
     PluginCallbacks callbacks_;
     HostApiTable apiTable_{};
