@@ -1,6 +1,7 @@
 #include "leagues/leagues_module.h"
 
 #include "leagues/api_types.h"
+#include "leagues/league_dtos.h"
 
 namespace Orvel::Client::Leagues {
 
@@ -9,6 +10,7 @@ LeaguesModule::LeaguesModule() : AppModule("tav-leagues") {}
 LeaguesModule::~LeaguesModule() = default;
 
 void LeaguesModule::RegisterRoutesAndTypes() {
+    RegisterLeagueDtos(*this, *TypeRegistry());
     RegisterLeagueApiTypes(*this, *TypeRegistry());
 }
 
