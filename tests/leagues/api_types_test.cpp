@@ -132,13 +132,6 @@ TEST_F(LeagueApiTypes, EveryEnumerationHasItsValuesWithTheModuleTags) {
     }
 }
 
-TEST_F(LeagueApiTypes, ARegistrationRepeatedOnTheSameRegistryAddsNothing) {
-    const std::size_t before = loaded.Registry().FindType("TavLeaguesLeague")->fields.size();
-    RegisterLeagueApiTypes(loaded.Module(), *loaded.Module().TypeRegistry());
-    EXPECT_EQ(loaded.Registry().FindType("TavLeaguesLeague")->fields.size(), before);
-    EXPECT_EQ(loaded.Registry().FindType("TavLeaguesLeagueRank")->enumValues.size(), 6u);
-}
-
 std::vector<std::string> MemberNames(const wex::BindingProperty& value) {
     std::vector<std::string> names;
     for (const wex::BindingMember member : value.Members()) {

@@ -6,9 +6,6 @@
 #include <vector>
 
 #include "leagues/league.h"
-#include "leagues/league_list_dto.h"
-#include "leagues/statistics_dto.h"
-#include "leagues/tier_and_rank_dto.h"
 #include "loaded_module.h"
 #include "type_description.h"
 
@@ -170,13 +167,6 @@ TEST_F(LeagueDtos, TheClassNameTablesKnowNoOtherType) {
     EXPECT_EQ(loaded.Module().FindLcdsClassName("TavLeaguesLeague"), "");
     EXPECT_EQ(loaded.Module().FindLcdsClassName("LeaguesLcds"), "");
     EXPECT_EQ(loaded.Module().FindLcdsClassName(wex::BindingTypeIdentity::Of<Api::League>()), "");
-}
-
-TEST_F(LeagueDtos, ALaterClassNameEntryReplacesTheEarlierOne) {
-    const auto& identity = wex::BindingTypeIdentity::Of<LCDS::AggregatedStat>();
-    loaded.Module().RegisterLcdsClassName("LeaguesLcdsAggregatedStat", identity, "com.orvelsoft.Other");
-    EXPECT_EQ(loaded.Module().FindLcdsClassName("LeaguesLcdsAggregatedStat"), "com.orvelsoft.Other");
-    EXPECT_EQ(loaded.Module().FindLcdsClassName(identity), "com.orvelsoft.Other");
 }
 
 }  // namespace
