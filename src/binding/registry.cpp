@@ -7,7 +7,7 @@ namespace wex {
 namespace {
 
 template <class Map, class Record>
-std::pair<const Record*, bool> InsertFirst(Map& map, Record record) {
+std::pair<Record*, bool> InsertFirst(Map& map, Record record) {
     std::string name = record.name;
     auto [at, inserted] = map.try_emplace(std::move(name), nullptr);
     if (inserted) {
@@ -57,7 +57,7 @@ BindingTypeBuilder BindingTypeRegistry::BeginType(std::uint32_t size, std::strin
     return BindingTypeBuilder(*this, *at->second, true);
 }
 
-std::pair<const BindingFunctionInfo*, bool> BindingTypeRegistry::AddFunction(BindingFunctionInfo function) {
+std::pair<BindingFunctionInfo*, bool> BindingTypeRegistry::AddFunction(BindingFunctionInfo function) {
     std::lock_guard lock(mutex_);
     return InsertFirst(functions_, std::move(function));
 }

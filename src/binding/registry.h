@@ -50,7 +50,9 @@ class BindingTypeRegistry {
     }
 
     // Each keeps the first record of a name and answers whether this one was new.
-    std::pair<const BindingFunctionInfo*, bool> AddFunction(BindingFunctionInfo function);
+    // A new function record is completed by its route's argument builder while
+    // registration lasts, so it comes back writable.
+    std::pair<BindingFunctionInfo*, bool> AddFunction(BindingFunctionInfo function);
     std::pair<const BindingEventInfo*, bool> AddEvent(BindingEventInfo event);
 
     // Null when there is none.
