@@ -1,0 +1,122 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <span>
+#include <tuple>
+#include <type_traits>
+#include <utility>
+
+#include "api/api_answer.h"
+#include "api/api_function_handler.h"
+#include "api/api_request_summary.h"
+
+namespace wex {
+
+// The native arguments of a handler: its parameters by value, without the
+// request summary that handlers answering ApiResponse take first.
+template <class Answer, class... Params>
+struct NativeArgumentsOf {
+    using type = std::tuple<std::decay_t<Params>...>;
+};
+template <class... Params>
+struct NativeArgumentsOf<ApiResponse, const ApiRequestSummary&, Params...> {
+    using type = std::tuple<std::decay_t<Params>...>;
+};
+
+// An ApiFunctionHandler around a plain C++ function whose parameters are
+// native types converted by the binding converters, named in messages by the
+// route's argument names.
+template <class Answer, class... Params>
+class NativeApiFunctionHandler final : public ApiFunctionHandler {
+    using Native = typename NativeArgumentsOf<Answer, Params...>::type;
+    static constexpr bool kTakesSummary = std::is_same_v<Answer, ApiResponse>;
+    static_assert(!kTakesSummary || std::tuple_size_v<Native> + 1 == sizeof...(Params),
+                  "a handler answering ApiResponse takes const ApiRequestSummary& first");
+
+  public:
+    explicit NativeApiFunctionHandler(std::function<Answer(Params...)> function) : function_(std::move(function)) {}
+
+    void* ConvertArguments(ApiCallContext& call, std::span<const BindingProperty> slots,
+                           std::uint32_t /*context*/) const override {
+        auto native = std::make_unique<Native>();
+        ConvertEach(call, slots, *native, std::make_index_sequence<std::tuple_size_v<Native>>());
+        return native.release();
+    }
+
+    void Invoke(ApiCallContext& call, const ApiRequestSummary* summary, void* arguments,
+                std::uint32_t /*context*/) const override {
+        Native& native = *static_cast<Native*>(arguments);
+        if constexpr (kTakesSummary) {
+            const ApiRequestSummary none;
+            const ApiRequestSummary& given = summary != nullptr ? *summary : none;
+            ApiAnswer<Answer>::Store(call, std::apply([&](auto&... values) { return function_(given, std::move(values)...); },
+                                                      native));
+        } else {
+            ApiAnswer<Answer>::Store(call, std::apply([&](auto&... values) { return function_(std::move(values)...); },
+                                                      native));
+        }
+    }
+
+    void ReleaseArguments(void* arguments) const override { delete static_cast<Native*>(arguments); }
+
+    void Describe(BindingFunctionInfo& function) const override {
+        DescribeEach(function, std::make_index_sequence<std::tuple_size_v<Native>>());
+        function.result = ApiAnswer<Answer>::Type();
+    }
+
+    const BindingTypeIdentity& ResultType() const override { return ApiAnswer<Answer>::Identity(); }
+
+  private:
+    template <std::size_t... Index>
+    static void ConvertEach(ApiCallContext& call, std::span<const BindingProperty> slots, Native& native,
+                            std::index_sequence<Index...>) {
+        (ConvertOne(call, slots, Index, std::get<Index>(native)), ...);
+    }
+
+    template <class T>
+    static void ConvertOne(ApiCallContext& call, std::span<const BindingProperty> slots, std::size_t index, T& out) {
+        if (index < slots.size()) {
+            FromBinding(call.result, out, slots[index], call.function.arguments[index].name, *call.function.registry);
+        }
+    }
+
+    template <std::size_t... Index>
+    static void DescribeEach(BindingFunctionInfo& function, std::index_sequence<Index...>) {
+        if (function.arguments.size() < sizeof...(Index)) {
+            function.arguments.resize(sizeof...(Index));
+        }
+        ((function.arguments[Index].type = TypeIdentifierOf<std::tuple_element_t<Index, Native>>()), ...);
+    }
+
+    std::function<Answer(Params...)> function_;
+};
+
+template <class Callable>
+struct CallableSignature : CallableSignature<decltype(&Callable::operator())> {};
+template <class Class, class Answer, class... Params>
+struct CallableSignature<Answer (Class::*)(Params...) const> {
+    using Handler = NativeApiFunctionHandler<Answer, Params...>;
+};
+template <class Class, class Answer, class... Params>
+struct CallableSignature<Answer (Class::*)(Params...)> {
+    using Handler = NativeApiFunctionHandler<Answer, Params...>;
+};
+
+// The handler of a callable (a lambda or function object).
+template <class Callable>
+std::shared_ptr<const ApiFunctionHandler> MakeApiHandler(Callable callable) {
+    using Handler = typename CallableSignature<Callable>::Handler;
+    return std::make_shared<const Handler>(std::move(callable));
+}
+
+// The handler of a member function, called on object, which outlives it.
+template <class Object, class Owner, class Answer, class... Params>
+std::shared_ptr<const ApiFunctionHandler> MakeApiHandler(Object& object, Answer (Owner::*member)(Params...)) {
+    auto& owner = static_cast<Owner&>(object);
+    return std::make_shared<const NativeApiFunctionHandler<Answer, Params...>>(
+        [&owner, member](Params... values) { return (owner.*member)(std::forward<Params>(values)...); });
+}
+
+}  // namespace wex
