@@ -1,0 +1,245 @@
+#include "api/argument_binder.h"
+
+#include <cctype>
+#include <cstdint>
+#include <string>
+
+#include "api/content_type.h"
+#include "api/leaf_text.h"
+#include "api/url_decoding.h"
+#include "binding/function_info.h"
+#include "binding/host_value.h"
+#include "binding/number_text.h"
+#include "codec/json_reader.h"
+#include "codec/msgpack_reader.h"
+#include "diagnostics/format_message.h"
+
+namespace wex {
+
+namespace {
+
+// Indices from 2^31 on are refused; so are indices that would make one
+// argument hold more elements than any real request needs, which a hostile
+// query could otherwise turn into billions of allocations.
+constexpr std::uint64_t kIndexLimit = 1u << 20;
+
+std::string Lower(std::string_view text) {
+    std::string lower(text);
+    for (char& c : lower) {
+        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    }
+    return lower;
+}
+
+std::string_view TextOf(const char* text) { return text != nullptr ? std::string_view(text) : std::string_view(); }
+
+}  // namespace
+
+std::int32_t ArgumentBinder::LocationOf(std::size_t index) const {
+    return index < route_.argumentLocations.size() ? route_.argumentLocations[index] : ArgumentLocationAnywhere;
+}
+
+void ArgumentBinder::BindDefaults() {
+    for (std::size_t index = 0; index < slots_.size(); ++index) {
+        const BindingArgumentInfo& argument = call_.function.arguments[index];
+        if (argument.type.kind == BindingTypeKind::Bool && !argument.optional && slots_[index].IsEmpty()) {
+            slots_[index].SetBool(false);
+        }
+    }
+}
+
+void ArgumentBinder::BindHeaders(const HostRequest& request) {
+    std::map<std::string, std::string, std::less<>> headers;
+    for (std::uint32_t index = 0; request.headers != nullptr && index < request.headerCount; ++index) {
+        const HostHeader& header = request.headers[index];
+        if (header.name != nullptr) {
+            headers[header.name] = TextOf(header.value);
+        }
+    }
+    if (headers.empty()) {
+        return;
+    }
+    for (std::size_t index = 0; index < slots_.size() && !Failed(); ++index) {
+        const std::int32_t location = LocationOf(index);
+        if (location != ArgumentLocationAnywhere && location != ArgumentLocationHeader) {
+            continue;
+        }
+        const std::string& name = call_.function.arguments[index].name;
+        const auto found = headers.find(Lower(name));
+        if (found != headers.end()) {
+            BindText(name, found->second, ArgumentLocationHeader);
+        }
+    }
+}
+
+void ArgumentBinder::BindPathParameters(const std::map<std::string, std::string>& parameters) {
+    for (const auto& [name, value] : parameters) {
+        if (Failed()) {
+            return;
+        }
+        BindText(name, value, ArgumentLocationPath);
+    }
+}
+
+void ArgumentBinder::BindQuery(std::string_view query) {
+    std::map<std::string, std::string> pieces;
+    while (true) {
+        const std::size_t end = query.find('&');
+        const std::string_view piece = query.substr(0, end);
+        const std::size_t equals = piece.find('=');
+        const std::string_view value = equals == std::string_view::npos ? std::string_view() : piece.substr(equals + 1);
+        pieces[DecodeUrlComponent(piece.substr(0, equals))] = DecodeUrlComponent(value);
+        if (end == std::string_view::npos) {
+            break;
+        }
+        query.remove_prefix(end + 1);
+    }
+    for (const auto& [key, value] : pieces) {
+        if (Failed()) {
+            return;
+        }
+        BindText(key, value, ArgumentLocationQuery);
+    }
+}
+
+void ArgumentBinder::BindText(std::string_view key, std::string_view text, std::int32_t location) {
+    const std::size_t dot = key.find('.');
+    const std::string_view name = key.substr(0, dot);
+    const std::ptrdiff_t index = call_.function.FindArgument(name);
+    if (index < 0 || static_cast<std::size_t>(index) >= slots_.size()) {
+        Fail(FormatMessage("Unknown argument '%1' for '%2'.", {name, call_.function.name}));
+        return;
+    }
+    const std::int32_t declared = LocationOf(static_cast<std::size_t>(index));
+    if (declared != ArgumentLocationAnywhere && declared != location) {
+        Fail(FormatMessage("Argument '%1' for '%2' was specified in an invalid location.", {key, call_.function.name}));
+        return;
+    }
+    if (dot == std::string_view::npos) {
+        BindWhole(static_cast<std::size_t>(index), text);
+        return;
+    }
+    BindingProperty* leaf = Walk(slots_[static_cast<std::size_t>(index)], key.substr(dot + 1));
+    if (leaf != nullptr) {
+        StoreLeafText(call_.result, {*leaf, name, call_.function.name}, text, {}, false);
+    }
+}
+
+BindingProperty* ArgumentBinder::Walk(BindingProperty& root, std::string_view path) {
+    BindingProperty* slot = &root;
+    while (true) {
+        const std::size_t dot = path.find('.');
+        const std::string_view segment = path.substr(0, dot);
+        if (!segment.empty() && std::isdigit(static_cast<unsigned char>(segment.front()))) {
+            std::uint64_t index = 0;
+            const NumberTextResult read = ParseUnsignedText(segment, index);
+            if (read == NumberTextResult::IncorrectFormat) {
+                Fail(FormatMessage("Index %1 is in an incorrect format", {segment}));
+                return nullptr;
+            }
+            if (read == NumberTextResult::OutOfRange || index >= kIndexLimit) {
+                Fail(FormatMessage("Index %1 is out of range", {segment}));
+                return nullptr;
+            }
+            slot = &slot->At(static_cast<std::size_t>(index));
+        } else {
+            slot = &slot->Member(segment);
+        }
+        if (dot == std::string_view::npos) {
+            return slot;
+        }
+        path.remove_prefix(dot + 1);
+    }
+}
+
+void ArgumentBinder::BindWhole(std::size_t index, std::string_view text) {
+    const BindingArgumentInfo& argument = call_.function.arguments[index];
+    BindingProperty& slot = slots_[index];
+    const BindingTypeKind kind = argument.type.kind;
+    if (text.empty()) {
+        if (kind == BindingTypeKind::Bool) {
+            slot.SetBool(true);
+        } else if (kind == BindingTypeKind::Object || kind == BindingTypeKind::Struct) {
+            slot.Reset();
+            slot.MakeStructure();
+        } else if (kind == BindingTypeKind::Vector) {
+            slot.Reset();
+            slot.MakeCollection();
+        } else {
+            Fail(FormatMessage("Expected value for argument '%1'.", {argument.name}));
+        }
+        return;
+    }
+    const bool detect =
+        kind == BindingTypeKind::Object || kind == BindingTypeKind::Vector || kind == BindingTypeKind::Struct;
+    StoreLeafText(call_.result, {slot, argument.name, call_.function.name}, text, {}, detect);
+}
+
+void ArgumentBinder::BindDirectArguments(const HostRequest& request, std::size_t pathParameterCount) {
+    for (std::uint32_t position = 0; request.arguments != nullptr && position < request.argumentCount; ++position) {
+        if (Failed()) {
+            return;
+        }
+        const HostArgument& entry = request.arguments[position];
+        std::ptrdiff_t index = -1;
+        std::string shownName;
+        if (entry.name != nullptr) {
+            shownName = entry.name;
+            index = call_.function.FindArgument(shownName);
+        } else {
+            const std::size_t computed = pathParameterCount + position;
+            shownName = std::to_string(computed);
+            if (computed < slots_.size()) {
+                index = static_cast<std::ptrdiff_t>(computed);
+            }
+        }
+        if (index < 0 || static_cast<std::size_t>(index) >= slots_.size()) {
+            Fail(FormatMessage("Unknown argument '%1' for '%2'.", {shownName, call_.function.name}));
+            return;
+        }
+        const std::string& name = call_.function.arguments[static_cast<std::size_t>(index)].name;
+        BindingProperty value = HostValueToBinding(entry.value, name);
+        if (!value.IsValid()) {
+            Fail(std::string(value.GetError()));
+            return;
+        }
+        slots_[static_cast<std::size_t>(index)] = std::move(value);
+    }
+}
+
+void ArgumentBinder::BindBody(const HostRequest& request) {
+    if (Failed() || request.body == nullptr) {
+        return;
+    }
+    std::size_t index = 0;
+    while (index < slots_.size() && LocationOf(index) != ArgumentLocationBody) {
+        ++index;
+    }
+    if (index == slots_.size()) {
+        return;
+    }
+    const std::string_view contentType = TextOf(request.contentType);
+    const auto* bytes = static_cast<const std::uint8_t*>(request.body);
+    BindingProperty value;
+    if (HasContentType(contentType, "application/x-msgpack")) {
+        MessagePackResult read = ReadMessagePack(bytes, request.bodyLength);
+        if (read.value.IsValid() && read.consumed < request.bodyLength) {
+            Fail("Extra MessgePack data found in body");
+            return;
+        }
+        value = std::move(read.value);
+    } else if (HasContentType(contentType, "application/json") ||
+               HasContentType(contentType, "application/vnd.api+json")) {
+        value = ParseJson(std::string(reinterpret_cast<const char*>(bytes), request.bodyLength));
+    } else {
+        Fail("Unsupported body content type");
+        return;
+    }
+    if (!value.IsValid()) {
+        Fail(std::string(value.GetError()));
+        return;
+    }
+    slots_[index] = std::move(value);
+}
+
+}  // namespace wex

@@ -1,0 +1,143 @@
+#include "api/dispatcher.h"
+
+#include <chrono>
+#include <exception>
+#include <memory>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "api/api_call_context.h"
+#include "api/api_function_handler.h"
+#include "api/api_request_summary.h"
+#include "api/api_response.h"
+#include "api/argument_binder.h"
+#include "api/builtin_function.h"
+#include "api/response_record.h"
+#include "api/route_match.h"
+#include "binding/function_info.h"
+#include "binding/host_value.h"
+
+namespace wex {
+
+namespace {
+
+std::string_view TextOf(const char* text) { return text != nullptr ? std::string_view(text) : std::string_view(); }
+
+std::int64_t TicksSince1970() {
+    using Ticks = std::chrono::duration<std::int64_t, std::ratio<1, 10'000'000>>;
+    return std::chrono::duration_cast<Ticks>(std::chrono::system_clock::now().time_since_epoch()).count();
+}
+
+ApiRequestSummary SummaryOf(const HostRequest& request, const BindingTypeRegistry* registry) {
+    ApiRequestSummary summary;
+    summary.context = request.context;
+    summary.time = TicksSince1970();
+    summary.path = TextOf(request.path);
+    summary.registry = registry;
+    summary.method = request.method;
+    if (request.method == HostMethodOther) {
+        summary.methodName = TextOf(request.methodName);
+    }
+    for (std::uint32_t index = 0; request.headers != nullptr && index < request.headerCount; ++index) {
+        const HostHeader& header = request.headers[index];
+        if (header.name != nullptr) {
+            summary.headers[header.name] = TextOf(header.value);
+        }
+    }
+    return summary;
+}
+
+// Converts the arguments and runs the handler; nothing runs once binding failed.
+void RunHandler(ApiCallContext& call, std::span<const BindingProperty> slots, const HostRequest& request) {
+    const ApiFunctionHandler* handler = call.function.handler.get();
+    if (handler == nullptr || !call.result.IsValid()) {
+        return;
+    }
+    const auto release = [handler](void* arguments) { handler->ReleaseArguments(arguments); };
+    const std::unique_ptr<void, decltype(release)> arguments(
+        handler->ConvertArguments(call, slots, request.context), release);
+    if (!call.result.IsValid()) {
+        return;
+    }
+    try {
+        if (&handler->ResultType() == &BindingTypeIdentity::Of<ApiResponse>()) {
+            const ApiRequestSummary summary = SummaryOf(request, call.function.registry);
+            handler->Invoke(call, &summary, arguments.get(), request.context);
+        } else {
+            handler->Invoke(call, nullptr, arguments.get(), request.context);
+        }
+    } catch (const std::exception& error) {
+        call.result.SetError(error.what());
+        call.status = 500;
+    }
+}
+
+void FillResponse(HostResponse& response, ApiCallContext& call) {
+    bool unconvertible = false;
+    if (!call.result.IsValid()) {
+        SetResponseError(response, call.result.GetError());
+    } else if (!BindingToHostValue(call.result, response.result, call.function.registry)) {
+        unconvertible = true;
+    }
+    response.kind = call.kind;
+    response.kindCode = call.kindCode >= 1 && call.kindCode <= 3 ? call.kindCode : 0;
+    response.status = unconvertible ? 400 : call.status;
+    SetResponseText(response, call.text);
+    SetResponseHeaders(response, call.headers);
+    SetResponseProducer(response, std::move(call.producer));
+}
+
+void Serve(const BindingTypeRegistry* registry, HostResponse& response, const HostRequest& request,
+           RouteList routes) {
+    const std::string_view fullPath = TextOf(request.path);
+    const std::size_t queryStart = fullPath.find('?');
+    const std::string_view methodName = request.method == HostMethodOther ? TextOf(request.methodName) : "";
+    std::optional<RouteMatch> match = MatchRoute(routes, request.method, methodName, fullPath.substr(0, queryStart));
+    if (!match) {
+        SetResponseError(response, "Invalid function");
+        response.status = 404;
+        return;
+    }
+    const BindingFunctionInfo& function = *match->route->function;
+    if (registry != nullptr && function.HasTag("$builtin")) {
+        RunBuiltin(*registry, function, response);
+        return;
+    }
+
+    ApiCallContext call(function);
+    std::vector<BindingProperty> slots(function.arguments.size());
+    ArgumentBinder binder(call, *match->route, slots);
+    binder.BindDefaults();
+    binder.BindHeaders(request);
+    binder.BindPathParameters(match->parameters);
+    if (queryStart != std::string_view::npos) {
+        binder.BindQuery(fullPath.substr(queryStart + 1));
+    }
+    binder.BindDirectArguments(request, match->parameters.size());
+    binder.BindBody(request);
+    RunHandler(call, slots, request);
+    FillResponse(response, call);
+}
+
+}  // namespace
+
+void Dispatch(const BindingTypeRegistry* registry, HostResponse& response, const HostRequest& request,
+              RouteList routes) noexcept {
+    ResetResponseRecord(response);
+    try {
+        Serve(registry, response, request, routes);
+    } catch (const std::exception& error) {
+        ReleaseResponseRecord(&response);
+        ResetResponseRecord(response);
+        SetResponseError(response, error.what());
+        response.status = 500;
+    } catch (...) {
+        ReleaseResponseRecord(&response);
+        ResetResponseRecord(response);
+        SetResponseError(response, "Unknown error");
+        response.status = 500;
+    }
+}
+
+}  // namespace wex

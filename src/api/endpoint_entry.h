@@ -1,0 +1,13 @@
+#pragma once
+
+#include "plugin/boundary.h"
+
+namespace wex {
+
+// The entry function of every endpoint record of the API table. The request's
+// endpoint context is the record's HostEndpointContext, whose route it
+// dispatches (without builtins). A request without a context is answered
+// "Invalid function" with status 404. [host-thread]
+void EndpointEntry(HostResponse* response, const HostRequest* request) noexcept;
+
+}  // namespace wex
