@@ -4,6 +4,8 @@
 #include <exception>
 
 #include "api/function_name.h"
+#include "binding/builtin_types.h"
+#include "binding/registry.h"
 #include "diagnostics/assertion.h"
 #include "diagnostics/format_message.h"
 #include "diagnostics/log_system.h"
@@ -20,6 +22,7 @@ AppModule::LogSystemReference::~LogSystemReference() { ReleaseLogSystem(); }
 AppModule::AppModule(std::string shortName)
     : constructedName_(std::move(shortName)), callbacks_{&StartCallback, &StopCallback, &MemoryStatsCallback} {
     typeRegistry_ = &registry_;
+    RegisterBuiltinTypes(registry_);
 }
 
 AppModule::~AppModule() { platform::UnregisterEventTracing(); }
@@ -40,6 +43,7 @@ void AppModule::Load(PluginLoadInfo& info) {
     apiTags_ = {"Plugins", "Plugin " + pluginName_.shortName};
     typeNamespace_ = MakeIdentifier(pluginName_.shortName);
     RegisterRoutesAndTypes();
+    apiTable_.Build(registry_, routes_.Routes(), this);
     state_ = ModuleState::Registered;
 
     info.major = own.major;
@@ -48,7 +52,7 @@ void AppModule::Load(PluginLoadInfo& info) {
     info.callbacks = &callbacks_;
     info.context = this;
     info.shortName = pluginName_.shortName.c_str();
-    info.apiTable = &apiTable_;
+    info.apiTable = &apiTable_.Table();
 }
 
 bool AppModule::Start(const PluginStartInfo* info) {
@@ -77,6 +81,15 @@ void AppModule::AttachLogToHost(const CoreApi* api) {
 }
 
 void AppModule::RegisterRoutesAndTypes() {}
+
+ApiArgumentBuilder AppModule::AddRouteWith(std::uint32_t method, std::string_view pathTemplate,
+                                           std::shared_ptr<const ApiFunctionHandler> handler) {
+    BindingFunctionInfo function;
+    function.nameSpace = typeNamespace_;
+    function.tags = apiTags_;
+    function.handler = std::move(handler);
+    return routes_.AddRoute(registry_, method, pathTemplate, std::move(function));
+}
 
 bool AppModule::OnStart() { return true; }
 

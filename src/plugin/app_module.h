@@ -5,6 +5,9 @@
 #include <string>
 #include <vector>
 
+#include "api/native_handler.h"
+#include "api/packed_api_table.h"
+#include "api/route_table.h"
 #include "binding/registry.h"
 #include "host/plugin_base.h"
 #include "plugin/api_version.h"
@@ -44,6 +47,21 @@ public:
     // Module start-up once the host connection exists; its answer is Start's.
     virtual bool OnStart();
 
+    // Registers a route of the module's local API, one line each:
+    //   AddRoute(HostMethodGet, "/tav-leagues/v1/summoner-leagues/{summonerId}", &LeaguesModule::GetSummonerLeagues)
+    //       .AddPathArgument("summonerId", "");
+    // handler is a member function of the module or a callable; it answers
+    // MaybeType<Failure, T> (a failure's code is the status), MaybeType<Failure, void>
+    // or ApiResponse. The function takes the module's API tags and type namespace.
+    template <class Handler>
+    ApiArgumentBuilder AddRoute(std::uint32_t method, std::string_view pathTemplate, Handler handler) {
+        if constexpr (std::is_member_function_pointer_v<Handler>) {
+            return AddRouteWith(method, pathTemplate, MakeApiHandler(*this, handler));
+        } else {
+            return AddRouteWith(method, pathTemplate, MakeApiHandler(std::move(handler)));
+        }
+    }
+
     // The load sequence after construction: version check (an incompatible
     // core ends the process), names, registrations, API table, and the
     // load record filled for the host.
@@ -56,10 +74,13 @@ public:
     const ApiVersion& HostApiVersion() const { return hostApiVersion_; }
     const PluginStartInfo* StartInfo() const { return startInfo_; }
     const PluginCallbacks& Callbacks() const { return callbacks_; }
-    const HostApiTable& ApiTable() const { return apiTable_; }
+    const HostApiTable& ApiTable() const { return apiTable_.Table(); }
+    RouteList Routes() const { return routes_.Routes(); }
     ModuleState State() const { return state_; }
 
 private:
+    ApiArgumentBuilder AddRouteWith(std::uint32_t method, std::string_view pathTemplate,
+                                    std::shared_ptr<const ApiFunctionHandler> handler);
     bool Start(const PluginStartInfo* info);
     void AttachLogToHost(const CoreApi* api);
 
@@ -83,7 +104,8 @@ private:
     BindingTypeRegistry registry_;
     const PluginStartInfo* startInfo_ = nullptr;
     PluginCallbacks callbacks_;
-    HostApiTable apiTable_{};
+    RouteTable routes_;
+    PackedApiTable apiTable_;
     ModuleState state_ = ModuleState::Constructed;
 };
 

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <deque>
+#include <vector>
+
+#include "api/route.h"
+#include "plugin/boundary.h"
+
+namespace wex {
+
+class BindingTypeRegistry;
+
+// The API table that a module hands the host: one endpoint record per route,
+// with its function's description, and the registered types and events.
+// Every array is contiguous and chained through its records' next pointers.
+// Texts point into the registry's descriptions and the routes, which must
+// outlive the table; the table owns everything else.
+class PackedApiTable {
+  public:
+    PackedApiTable() = default;
+    PackedApiTable(const PackedApiTable&) = delete;
+    PackedApiTable& operator=(const PackedApiTable&) = delete;
+
+    // Builds the table once registration is over; module is the first word
+    // of every endpoint context.
+    void Build(const BindingTypeRegistry& registry, RouteList routes, void* module);
+
+    const HostApiTable& Table() const { return header_; }
+
+  private:
+    HostEndpointRecord DescribeFunction(const BindingTypeRegistry& registry, std::string_view name);
+    void BuildTypes(const BindingTypeRegistry& registry);
+    void BuildEvents(const BindingTypeRegistry& registry);
+    void BuildEndpoints(const BindingTypeRegistry& registry, RouteList routes, void* module);
+    const char* const* KeepTexts(const std::vector<std::string>& texts);
+
+    HostApiTable header_{};
+    std::vector<HostEndpointRecord> endpoints_;
+    std::vector<HostTypeRecord> types_;
+    std::vector<HostEventRecord> events_;
+    // Arrays that records point into; a deque keeps their addresses as it grows.
+    std::deque<std::vector<HostArgumentRecord>> arguments_;
+    std::deque<std::vector<HostLocationRecord>> locations_;
+    std::deque<std::vector<HostTextListRecord>> textLists_;
+    std::deque<std::vector<HostFieldRecord>> fields_;
+    std::deque<std::vector<HostEnumeratorRecord>> enumerators_;
+    std::deque<std::vector<const char*>> texts_;
+    std::deque<HostEndpointContext> contexts_;
+};
+
+}  // namespace wex
