@@ -20,9 +20,10 @@ class ApiArgumentBuilder {
 
     ApiArgumentBuilder& AddPathArgument(std::string name, std::string description);
     ApiArgumentBuilder& AddQueryArgument(std::string name, std::string description);
+    // Any ArgumentLocation, for arguments read from a header or the body.
+    ApiArgumentBuilder& AddArgument(std::string name, std::string description, std::int32_t location);
 
   private:
-    ApiArgumentBuilder& AddArgument(std::string name, std::string description, std::int32_t location);
 
     BindingFunctionInfo* function_;
     Route* route_;

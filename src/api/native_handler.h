@@ -70,8 +70,8 @@ class NativeApiFunctionHandler final : public ApiFunctionHandler {
 
   private:
     template <std::size_t... Index>
-    static void ConvertEach(ApiCallContext& call, std::span<const BindingProperty> slots, Native& native,
-                            std::index_sequence<Index...>) {
+    static void ConvertEach([[maybe_unused]] ApiCallContext& call, [[maybe_unused]] std::span<const BindingProperty> slots,
+                            [[maybe_unused]] Native& native, std::index_sequence<Index...>) {
         (ConvertOne(call, slots, Index, std::get<Index>(native)), ...);
     }
 
@@ -83,7 +83,7 @@ class NativeApiFunctionHandler final : public ApiFunctionHandler {
     }
 
     template <std::size_t... Index>
-    static void DescribeEach(BindingFunctionInfo& function, std::index_sequence<Index...>) {
+    static void DescribeEach([[maybe_unused]] BindingFunctionInfo& function, std::index_sequence<Index...>) {
         if (function.arguments.size() < sizeof...(Index)) {
             function.arguments.resize(sizeof...(Index));
         }

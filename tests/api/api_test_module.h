@@ -1,0 +1,76 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "api/dispatcher.h"
+#include "api/response_record.h"
+#include "binding/host_value.h"
+#include "binding/registry.h"
+#include "codec/json_writer.h"
+#include "plugin/app_module.h"
+
+namespace tav::test {
+
+enum class TestTier : std::int32_t { NONE = 0, GOLD = 3 };
+
+struct TestLeague {
+    std::string queue;
+    std::int32_t points = 0;
+    TestTier tier = TestTier::NONE;
+};
+
+// A module with routes of every shape that the dispatcher serves.
+class ApiTestModule : public wex::AppModule {
+  public:
+    ApiTestModule() : AppModule("tav-apitest") {}
+
+    void RegisterRoutesAndTypes() override;
+
+    // 403 fails with status 403; 500 throws as a handler that meets bad data does.
+    wex::MaybeType<wex::Failure, std::vector<TestLeague>> GetSummonerLeagues(std::uint64_t summonerId);
+    wex::MaybeType<wex::Failure, void> Acknowledge(std::int32_t id);
+
+    std::vector<std::int32_t> acknowledged;
+
+    // Loads the module as the host would, so its API table exists.
+    void LoadForTest();
+};
+
+// A hand-built request whose texts live as long as it does.
+struct TestRequest {
+    std::uint32_t method = HostMethodGet;
+    std::string path;
+    std::vector<std::pair<std::string, std::string>> headers;
+    std::string contentType;
+    std::string body;
+    bool hasBody = false;
+    std::vector<HostArgument> arguments;
+    std::string methodName;
+    const void* endpointContext = nullptr;
+
+    std::vector<HostHeader> headerRecords;  // filled by Record
+
+    HostRequest Record();
+};
+
+TestRequest Request(std::uint32_t method, std::string path);
+TestRequest WithHeaders(TestRequest request, std::vector<std::pair<std::string, std::string>> headers);
+
+// A response that releases itself.
+struct TestResponse {
+    HostResponse record{};
+    ~TestResponse() {
+        if (record.release != nullptr) {
+            record.release(&record);
+        }
+    }
+    std::string Error() const { return record.error != nullptr ? record.error : ""; }
+    // The result as compact JSON.
+    std::string Json() const { return wex::WriteJson(wex::HostValueToBinding(record.result, "result")); }
+};
+
+}  // namespace tav::test
