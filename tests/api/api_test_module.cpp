@@ -107,7 +107,8 @@ void ApiTestModule::RegisterRoutesAndTypes() {
         .AddPathArgument("name", "")
         .AddArgument("options", "", wex::ArgumentLocationAnywhere)
         .AddArgument("summonerId", "", ArgumentLocationHeader)
-        .AddArgument("payload", "", ArgumentLocationBody);
+        .AddArgument("payload", "", ArgumentLocationBody)
+        .AddQueryArgument("flag", "");
     AddRoute(HostMethodGet, "/test/league", [](TestLeague league) -> MaybeType<Failure, TestLeague> {
         return league;
     }).AddQueryArgument("league", "");
