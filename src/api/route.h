@@ -2,11 +2,11 @@
 
 #include <cstdint>
 #include <optional>
-#include <regex>
 #include <span>
 #include <string>
 #include <vector>
 
+#include "api/route_pattern.h"
 #include "api/route_template.h"
 
 namespace wex {
@@ -31,7 +31,7 @@ struct Route {
     std::string methodName;                         // for method 8
     std::string pathTemplate;                       // normalised
     std::string literalPath;                        // set when the template has no parameter
-    std::optional<std::regex> pattern;              // set when it has
+    std::optional<RoutePattern> pattern;            // set when it has
     std::vector<RouteTemplateParameter> parameters;  // one per capture group
     std::vector<std::int32_t> argumentLocations;     // one per argument, in argument order
     std::uint8_t flag = 0;                           // carried into the API table as it is

@@ -26,18 +26,13 @@ std::optional<PathMatch> MatchPath(const Route& route, std::string_view path) {
         }
         return PathMatch{RouteMatch{&route, {}}, 0};
     }
-    std::match_results<std::string_view::const_iterator> groups;
-    if (!std::regex_match(path.begin(), path.end(), groups, *route.pattern)) {
+    const std::optional<std::vector<std::string_view>> captures = route.pattern->Match(path);
+    if (!captures) {
         return std::nullopt;
     }
     PathMatch found{RouteMatch{&route, {}}, 0};
-    for (std::size_t index = 0; index < route.parameters.size() && index + 1 < groups.size(); ++index) {
-        const auto& group = groups[index + 1];
-        if (!group.matched) {
-            break;
-        }
-        std::string value = DecodeUrlComponent(
-            path.substr(static_cast<std::size_t>(group.first - path.begin()), static_cast<std::size_t>(group.length())));
+    for (std::size_t index = 0; index < route.parameters.size() && index < captures->size(); ++index) {
+        std::string value = DecodeUrlComponent((*captures)[index]);
         found.capturedLength += value.size();
         found.match.parameters[route.parameters[index].name] = std::move(value);
     }

@@ -23,7 +23,7 @@ ApiArgumentBuilder RouteTable::AddRoute(BindingTypeRegistry& registry, std::uint
         route->literalPath = route->pathTemplate;
     } else {
         CompiledRouteTemplate compiled = CompileRouteTemplate(route->pathTemplate);
-        route->pattern.emplace(compiled.expression, std::regex::ECMAScript | std::regex::optimize);
+        route->pattern.emplace(std::move(compiled.pieces));
         route->parameters = std::move(compiled.parameters);
     }
 

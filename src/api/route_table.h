@@ -18,10 +18,9 @@ class BindingTypeRegistry;
 class RouteTable {
   public:
     // Normalises the template, names function after method and template,
-    // compiles the template (a template that the expression engine rejects
-    // throws std::regex_error: templates are the module's own texts), registers
-    // function in registry (the handler describes its argument and result
-    // types) and appends the route. methodName names a method of code 8.
+    // compiles the template, registers function in registry (the handler
+    // describes its argument and result types) and appends the route.
+    // methodName names a method of code 8.
     ApiArgumentBuilder AddRoute(BindingTypeRegistry& registry, std::uint32_t method, std::string_view pathTemplate,
                                 BindingFunctionInfo function, std::string_view methodName = {});
 

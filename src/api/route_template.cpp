@@ -20,6 +20,22 @@ const char* CaptureOf(RouteParameterKind kind) {
     return "([^/]*)";
 }
 
+void AppendLiteral(std::vector<RoutePatternPiece>& pieces, char c) {
+    if (pieces.empty() || pieces.back().kind != RoutePatternPiece::Kind::Literal) {
+        pieces.push_back({RoutePatternPiece::Kind::Literal, {}});
+    }
+    pieces.back().literal += c;
+}
+
+void AppendCapture(std::vector<RoutePatternPiece>& pieces, RouteParameterKind kind) {
+    if (kind == RouteParameterKind::Fragment) {
+        AppendLiteral(pieces, '#');
+    }
+    const auto captureKind =
+        kind == RouteParameterKind::Plain ? RoutePatternPiece::Kind::Segment : RoutePatternPiece::Kind::Anything;
+    pieces.push_back({captureKind, {}});
+}
+
 }  // namespace
 
 std::string NormalizeRouteTemplate(std::string_view pathTemplate) {
@@ -43,9 +59,11 @@ CompiledRouteTemplate CompileRouteTemplate(std::string_view pathTemplate) {
                     compiled.expression += '\\';
                 }
                 compiled.expression += c;
+                AppendLiteral(compiled.pieces, c);
             }
         } else if (c == '}') {
             compiled.expression += CaptureOf(parameter.kind);
+            AppendCapture(compiled.pieces, parameter.kind);
             compiled.parameters.push_back(std::move(parameter));
             inside = false;
         } else if (parameter.name.empty() && (c == '+' || c == '#')) {

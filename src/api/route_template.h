@@ -4,6 +4,8 @@
 #include <string_view>
 #include <vector>
 
+#include "api/route_pattern.h"
+
 namespace wex {
 
 // {name} takes one path segment, {+name} anything with slashes, {#name} a
@@ -19,10 +21,12 @@ struct RouteTemplateParameter {
 std::string NormalizeRouteTemplate(std::string_view pathTemplate);
 
 // A template turned into an ECMAScript expression that matches the whole
-// path, one capture group per parameter in the order of their braces.
+// path, one capture group per parameter in the order of their braces, and
+// into the pieces of the RoutePattern that matches the same paths.
 struct CompiledRouteTemplate {
     std::string expression;
     std::vector<RouteTemplateParameter> parameters;
+    std::vector<RoutePatternPiece> pieces;
 };
 
 CompiledRouteTemplate CompileRouteTemplate(std::string_view pathTemplate);
