@@ -12,6 +12,7 @@
 #include "binding/number_text.h"
 #include "codec/json_reader.h"
 #include "codec/msgpack_reader.h"
+#include "codec/yaml_reader.h"
 #include "diagnostics/format_message.h"
 
 namespace wex {
@@ -231,6 +232,10 @@ void ArgumentBinder::BindBody(const HostRequest& request) {
     } else if (HasContentType(contentType, "application/json") ||
                HasContentType(contentType, "application/vnd.api+json")) {
         value = ParseJson(std::string(reinterpret_cast<const char*>(bytes), request.bodyLength));
+    } else if (HasContentType(contentType, "application/x-yaml")) {
+        // Read as a zero-terminated text, as JSON is.
+        const std::string_view text(reinterpret_cast<const char*>(bytes), request.bodyLength);
+        value = ReadYaml(text.substr(0, text.find('\0')));
     } else {
         Fail("Unsupported body content type");
         return;

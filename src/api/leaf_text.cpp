@@ -6,6 +6,7 @@
 #include "api/content_type.h"
 #include "codec/json_reader.h"
 #include "codec/msgpack_reader.h"
+#include "codec/yaml_reader.h"
 #include "diagnostics/format_message.h"
 
 namespace wex {
@@ -30,6 +31,8 @@ bool StartsLikeJson(std::string_view text) {
     return !rest.empty() && (rest.front() == '{' || rest.front() == '[');
 }
 
+bool StartsLikeYaml(std::string_view text) { return AfterLeadingSpaces(text).starts_with("---"); }
+
 // Keeps a parsed value, or fails status with the format's message.
 void Keep(BindingProperty& status, const LeafTarget& target, BindingProperty&& parsed, std::string_view format) {
     if (!parsed.IsValid()) {
@@ -50,6 +53,8 @@ void StoreLeafText(BindingProperty& status, const LeafTarget& target, std::strin
              "Couldn't deserialize MessagePack value for parameter '%1' of '%2': %3");
     } else if (HasContentType(contentType, "application/json") || (guess && StartsLikeJson(text))) {
         Keep(status, target, ParseJson(std::string(text)), "Couldn't deserialize JSON value for parameter '%1' of '%2': %3");
+    } else if (HasContentType(contentType, "text/x-yaml") || (guess && StartsLikeYaml(text))) {
+        Keep(status, target, ReadYaml(text), "Couldn't deserialize YAML value for parameter '%1' of '%2': %3");
     } else if (HasContentType(contentType, "application/octet-stream")) {
         target.slot.SetBlob(std::span(reinterpret_cast<const std::uint8_t*>(text.data()), text.size()));
     } else {

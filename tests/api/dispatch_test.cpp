@@ -171,6 +171,10 @@ TEST_F(DispatchTest, ReadsStructuredTextsByTheirFirstBytes) {
         {"/test/echo/n?options.x1=7", R"({"x1":"7"})", ""},
         {"/test/echo/n?options.a={\"b\":1}", R"({"a":"{\"b\":1}"})", ""},
         {"/test/echo/n?options=%81%A1a%01", R"({"a":1})", ""},
+        {"/test/echo/n?options=---%0Ak:%20v", R"({"k":"v"})", ""},
+        {"/test/echo/n?options.a=---", R"({"a":"---"})", ""},
+        {"/test/echo/n?options=---%0A[", "",
+         "Couldn't deserialize YAML value for parameter 'options' of 'PostTestEchoByName': "},
         {"/test/echo/n?options=%DC%00", "",
          "Couldn't deserialize MessagePack value for parameter 'options' of 'PostTestEchoByName': "},
     };

@@ -43,6 +43,8 @@ TEST_F(RequestSourcesTest, ReadsTheBodyByItsContentType) {
         {WithBody("application/x-msgpack", std::string("\x81\xA1k\x05", 4)), R"({"k":5})"},
         {WithBody("application/x-msgpack-ext", std::string("\x92\x01\x02", 3)), "[1,2]"},
         {WithBody("application/x-msgpack", std::string("\x92\x01\x02\xC1", 4)), "Extra MessgePack data found in body"},
+        {WithBody("application/x-yaml", "a: [1, two]\n"), R"({"a":[1,"two"]})"},
+        {WithBody("Application/X-YAML", std::string("- 1\n\0- 2\n", 10)), "[1]"},
         {WithBody("text/plain", "hello"), "Unsupported body content type"},
         {WithBody("", "{}"), "Unsupported body content type"},
         {WithBody("application/json", "[1,2"), "Error: Missing a comma or ']' after an array element. at offset 4."},
