@@ -87,39 +87,36 @@ void PackedApiTable::BuildEvents(const BindingTypeRegistry& registry) {
     }
 }
 
-HostEndpointRecord PackedApiTable::DescribeFunction(const BindingTypeRegistry& registry, std::string_view name) {
+HostEndpointRecord PackedApiTable::DescribeFunction(const BindingTypeRegistry& registry,
+                                                    const BindingFunctionInfo& function) {
     HostEndpointRecord record{};
-    const BindingFunctionInfo* function = registry.FindFunction(name);
-    if (function == nullptr) {
-        return record;
-    }
     std::vector<HostArgumentRecord>& arguments = arguments_.emplace_back();
-    for (const BindingArgumentInfo& argument : function->arguments) {
+    for (const BindingArgumentInfo& argument : function.arguments) {
         arguments.push_back({nullptr, argument.name.c_str(), argument.description.c_str(),
                              KindCode(argument.type.kind), KindCode(argument.type.elementKind),
                              TypeNameOf(argument.type, registry), static_cast<std::uint8_t>(argument.optional)});
     }
     const BindingTypeInfo* result =
-        function->result.type != nullptr ? registry.FindType(function->result.type->id) : nullptr;
-    record.functionName = function->name.c_str();
-    record.nameSpace = function->nameSpace.c_str();
+        function.result.type != nullptr ? registry.FindType(function.result.type->id) : nullptr;
+    record.functionName = function.name.c_str();
+    record.nameSpace = function.nameSpace.c_str();
     record.arguments = Chain(arguments);
     record.argumentCount = Count(arguments.size());
-    record.resultKind = KindCode(function->result.kind);
-    record.resultElementKind = KindCode(function->result.elementKind);
-    record.resultTypeName = TypeNameOf(function->result, registry);
-    record.description = function->description.c_str();
-    record.help = function->help.c_str();
-    record.threadSafe = static_cast<std::uint8_t>(function->threadSafe);
-    record.asyncResultTypeName = function->async && result != nullptr ? result->name.c_str() : "";
-    record.tags = KeepTexts(function->tags);
-    record.tagCount = Count(function->tags.size());
+    record.resultKind = KindCode(function.result.kind);
+    record.resultElementKind = KindCode(function.result.elementKind);
+    record.resultTypeName = TypeNameOf(function.result, registry);
+    record.description = function.description.c_str();
+    record.help = function.help.c_str();
+    record.threadSafe = static_cast<std::uint8_t>(function.threadSafe);
+    record.asyncResultTypeName = function.async && result != nullptr ? result->name.c_str() : "";
+    record.tags = KeepTexts(function.tags);
+    record.tagCount = Count(function.tags.size());
     return record;
 }
 
 void PackedApiTable::BuildEndpoints(const BindingTypeRegistry& registry, RouteList routes, void* module) {
     for (const Route* route : routes) {
-        HostEndpointRecord record = DescribeFunction(registry, route->function->name);
+        HostEndpointRecord record = DescribeFunction(registry, *route->function);
         record.context = &contexts_.emplace_back(HostEndpointContext{module, route});
         record.entry = &EndpointEntry;
         std::vector<HostLocationRecord>& locations = locations_.emplace_back();

@@ -9,6 +9,7 @@
 namespace wex {
 
 class BindingTypeRegistry;
+struct BindingFunctionInfo;
 
 // The API table that a module hands the host: one endpoint record per route,
 // with its function's description, and the registered types and events.
@@ -28,7 +29,8 @@ class PackedApiTable {
     const HostApiTable& Table() const { return header_; }
 
   private:
-    HostEndpointRecord DescribeFunction(const BindingTypeRegistry& registry, std::string_view name);
+    // The part of an endpoint record that describes its function.
+    HostEndpointRecord DescribeFunction(const BindingTypeRegistry& registry, const BindingFunctionInfo& function);
     void BuildTypes(const BindingTypeRegistry& registry);
     void BuildEvents(const BindingTypeRegistry& registry);
     void BuildEndpoints(const BindingTypeRegistry& registry, RouteList routes, void* module);

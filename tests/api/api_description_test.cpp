@@ -166,7 +166,7 @@ TEST_F(HelpTest, HelpAnswersTheFullDescription) {
     tav::test::TestRequest request = tav::test::Request(HostMethodGet, "/help");
     const HostRequest record = request.Record();
     Dispatch(&registry_, response.record, record, table_.Routes());
-    EXPECT_EQ(response.record.error, nullptr);
+    EXPECT_EQ(tav::test::Read(response.record.error), nullptr);
     const BindingProperty answer = HostValueToBinding(response.record.result, "");
     EXPECT_EQ(WriteJson(answer.Member("functions").At(0).Member("name")), R"("Help")");
     EXPECT_EQ(answer.Member("types").Size(), 15u);
@@ -179,7 +179,7 @@ TEST_F(HelpTest, OtherBuiltinsAreUnsupported) {
     const HostRequest record = request.Record();
     Dispatch(&registry_, response.record, record, table_.Routes());
     EXPECT_EQ(response.Error(), "Unsupported builtin function");
-    EXPECT_EQ(response.record.status, 400u);
+    EXPECT_EQ(tav::test::Read(response.record.status), 400u);
 }
 
 TEST_F(HelpTest, WithoutARegistryABuiltinRunsItsHandler) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <cstdint>
 #include <map>
 #include <stdexcept>
@@ -40,6 +42,13 @@ class ApiTestModule : public wex::AppModule {
     void LoadForTest();
 };
 
+// A field of a packed record as an aligned value: gtest binds references to
+// what it compares, and a reference to a packed field may be misaligned.
+template <class T>
+T Read(T value) {
+    return value;
+}
+
 // A hand-built request whose texts live as long as it does.
 struct TestRequest {
     std::uint32_t method = HostMethodGet;
@@ -71,6 +80,19 @@ struct TestResponse {
     std::string Error() const { return record.error != nullptr ? record.error : ""; }
     // The result as compact JSON.
     std::string Json() const { return wex::WriteJson(wex::HostValueToBinding(record.result, "result")); }
+};
+
+// A loaded ApiTestModule whose whole route table serves requests.
+class ApiModuleTest : public ::testing::Test {
+  protected:
+    void SetUp() override { module_.LoadForTest(); }
+
+    void Serve(TestRequest request, TestResponse& response) {
+        const HostRequest record = request.Record();
+        wex::Dispatch(module_.TypeRegistry(), response.record, record, module_.Routes());
+    }
+
+    ApiTestModule module_;
 };
 
 }  // namespace tav::test

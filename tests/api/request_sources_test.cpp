@@ -5,15 +5,8 @@
 namespace tav::test {
 namespace {
 
-class RequestSourcesTest : public ::testing::Test {
+class RequestSourcesTest : public ApiModuleTest {
   protected:
-    void SetUp() override { module_.LoadForTest(); }
-
-    void Serve(TestRequest request, TestResponse& response) {
-        const HostRequest record = request.Record();
-        wex::Dispatch(module_.TypeRegistry(), response.record, record, module_.Routes());
-    }
-
     static TestRequest WithBody(const char* contentType, std::string body) {
         TestRequest request = Request(HostMethodPost, "/test/echo/n");
         request.contentType = contentType;
@@ -31,8 +24,6 @@ class RequestSourcesTest : public ::testing::Test {
         }
         return wex::WriteJson(wex::HostValueToBinding(response.record.result, "").Member("payload"));
     }
-
-    ApiTestModule module_;
 };
 
 TEST_F(RequestSourcesTest, ReadsTheBodyByItsContentType) {
