@@ -32,21 +32,25 @@ struct Service {
     Service() {
         wex::RegisterBuiltinTypes(registry);
         registry.Struct<Item>("Item").Field("name", &Item::name).Field("count", &Item::count).Field("ids", &Item::ids);
-        Add(HostMethodGet, "/items/{id}", [](std::uint64_t id, bool verbose) -> MaybeType<Failure, Item> {
-            if (verbose && id == 0) {
-                throw std::runtime_error("zero");
-            }
-            return Item{"item", static_cast<std::int32_t>(id), {id}};
-        }).AddPathArgument("id", "").AddQueryArgument("verbose", "");
-        Add(HostMethodPost, "/items/{+path}", [](std::string path, Item item, BindingProperty body,
-                                                  std::vector<std::int32_t> counts) -> MaybeType<Failure, BindingProperty> {
-            BindingProperty answer;
-            answer.Member("path").SetString(path);
-            answer.Member("item").SetString(item.name);
-            answer.Member("body") = body;
-            answer.Member("counts").SetUnsigned(counts.size());
-            return answer;
-        })
+        Add(HostMethodGet, "/items/{id}",
+            [](std::uint64_t id, bool verbose) -> MaybeType<Failure, Item> {
+                if (verbose && id == 0) {
+                    throw std::runtime_error("zero");
+                }
+                return Item{"item", static_cast<std::int32_t>(id), {id}};
+            })
+            .AddPathArgument("id", "")
+            .AddQueryArgument("verbose", "");
+        Add(HostMethodPost, "/items/{+path}",
+            [](std::string path, Item item, BindingProperty body,
+               std::vector<std::int32_t> counts) -> MaybeType<Failure, BindingProperty> {
+                BindingProperty answer;
+                answer.Member("path").SetString(path);
+                answer.Member("item").SetString(item.name);
+                answer.Member("body") = body;
+                answer.Member("counts").SetUnsigned(counts.size());
+                return answer;
+            })
             .AddPathArgument("path", "")
             .AddArgument("item", "", wex::ArgumentLocationAnywhere)
             .AddArgument("body", "", wex::ArgumentLocationBody)

@@ -32,7 +32,9 @@ std::string Lower(std::string_view text) {
     return lower;
 }
 
-std::string_view TextOf(const char* text) { return text != nullptr ? std::string_view(text) : std::string_view(); }
+std::string_view TextOf(const char* text) {
+    return text != nullptr ? std::string_view(text) : std::string_view();
+}
 
 }  // namespace
 

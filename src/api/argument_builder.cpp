@@ -15,8 +15,7 @@ ApiArgumentBuilder& ApiArgumentBuilder::AddQueryArgument(std::string name, std::
     return AddArgument(std::move(name), std::move(description), ArgumentLocationQuery);
 }
 
-ApiArgumentBuilder& ApiArgumentBuilder::AddArgument(std::string name, std::string description,
-                                                    std::int32_t location) {
+ApiArgumentBuilder& ApiArgumentBuilder::AddArgument(std::string name, std::string description, std::int32_t location) {
     if (function_ == nullptr) {
         return *this;
     }

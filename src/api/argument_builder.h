@@ -24,7 +24,6 @@ class ApiArgumentBuilder {
     ApiArgumentBuilder& AddArgument(std::string name, std::string description, std::int32_t location);
 
   private:
-
     BindingFunctionInfo* function_;
     Route* route_;
     std::size_t named_ = 0;

@@ -22,7 +22,9 @@ namespace wex {
 
 namespace {
 
-std::string_view TextOf(const char* text) { return text != nullptr ? std::string_view(text) : std::string_view(); }
+std::string_view TextOf(const char* text) {
+    return text != nullptr ? std::string_view(text) : std::string_view();
+}
 
 std::int64_t TicksSince1970() {
     using Ticks = std::chrono::duration<std::int64_t, std::ratio<1, 10'000'000>>;
@@ -55,8 +57,8 @@ void RunHandler(ApiCallContext& call, std::span<const BindingProperty> slots, co
         return;
     }
     const auto release = [handler](void* arguments) { handler->ReleaseArguments(arguments); };
-    const std::unique_ptr<void, decltype(release)> arguments(
-        handler->ConvertArguments(call, slots, request.context), release);
+    const std::unique_ptr<void, decltype(release)> arguments(handler->ConvertArguments(call, slots, request.context),
+                                                             release);
     if (!call.result.IsValid()) {
         return;
     }
@@ -88,8 +90,7 @@ void FillResponse(HostResponse& response, ApiCallContext& call) {
     SetResponseProducer(response, std::move(call.producer));
 }
 
-void Serve(const BindingTypeRegistry* registry, HostResponse& response, const HostRequest& request,
-           RouteList routes) {
+void Serve(const BindingTypeRegistry* registry, HostResponse& response, const HostRequest& request, RouteList routes) {
     const std::string_view fullPath = TextOf(request.path);
     const std::size_t queryStart = fullPath.find('?');
     const std::string_view methodName = request.method == HostMethodOther ? TextOf(request.methodName) : "";

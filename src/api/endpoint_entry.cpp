@@ -10,8 +10,8 @@ void EndpointEntry(HostResponse* response, const HostRequest* request) noexcept 
     if (response == nullptr) {
         return;
     }
-    const auto* context = request != nullptr ? static_cast<const HostEndpointContext*>(request->endpointContext)
-                                             : nullptr;
+    const auto* context =
+        request != nullptr ? static_cast<const HostEndpointContext*>(request->endpointContext) : nullptr;
     if (context == nullptr || context->route == nullptr) {
         ResetResponseRecord(*response);
         SetResponseError(*response, "Invalid function");

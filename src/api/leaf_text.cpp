@@ -31,7 +31,9 @@ bool StartsLikeJson(std::string_view text) {
     return !rest.empty() && (rest.front() == '{' || rest.front() == '[');
 }
 
-bool StartsLikeYaml(std::string_view text) { return AfterLeadingSpaces(text).starts_with("---"); }
+bool StartsLikeYaml(std::string_view text) {
+    return AfterLeadingSpaces(text).starts_with("---");
+}
 
 // Keeps a parsed value, or fails status with the format's message.
 void Keep(BindingProperty& status, const LeafTarget& target, BindingProperty&& parsed, std::string_view format) {
@@ -52,7 +54,8 @@ void StoreLeafText(BindingProperty& status, const LeafTarget& target, std::strin
         Keep(status, target, std::move(read.value),
              "Couldn't deserialize MessagePack value for parameter '%1' of '%2': %3");
     } else if (HasContentType(contentType, "application/json") || (guess && StartsLikeJson(text))) {
-        Keep(status, target, ParseJson(std::string(text)), "Couldn't deserialize JSON value for parameter '%1' of '%2': %3");
+        Keep(status, target, ParseJson(std::string(text)),
+             "Couldn't deserialize JSON value for parameter '%1' of '%2': %3");
     } else if (HasContentType(contentType, "text/x-yaml") || (guess && StartsLikeYaml(text))) {
         Keep(status, target, ReadYaml(text), "Couldn't deserialize YAML value for parameter '%1' of '%2': %3");
     } else if (HasContentType(contentType, "application/octet-stream")) {

@@ -51,11 +51,11 @@ class NativeApiFunctionHandler final : public ApiFunctionHandler {
         if constexpr (kTakesSummary) {
             const ApiRequestSummary none;
             const ApiRequestSummary& given = summary != nullptr ? *summary : none;
-            ApiAnswer<Answer>::Store(call, std::apply([&](auto&... values) { return function_(given, std::move(values)...); },
-                                                      native));
+            ApiAnswer<Answer>::Store(
+                call, std::apply([&](auto&... values) { return function_(given, std::move(values)...); }, native));
         } else {
-            ApiAnswer<Answer>::Store(call, std::apply([&](auto&... values) { return function_(std::move(values)...); },
-                                                      native));
+            ApiAnswer<Answer>::Store(
+                call, std::apply([&](auto&... values) { return function_(std::move(values)...); }, native));
         }
     }
 
@@ -70,8 +70,9 @@ class NativeApiFunctionHandler final : public ApiFunctionHandler {
 
   private:
     template <std::size_t... Index>
-    static void ConvertEach([[maybe_unused]] ApiCallContext& call, [[maybe_unused]] std::span<const BindingProperty> slots,
-                            [[maybe_unused]] Native& native, std::index_sequence<Index...>) {
+    static void ConvertEach([[maybe_unused]] ApiCallContext& call,
+                            [[maybe_unused]] std::span<const BindingProperty> slots, [[maybe_unused]] Native& native,
+                            std::index_sequence<Index...>) {
         (ConvertOne(call, slots, Index, std::get<Index>(native)), ...);
     }
 

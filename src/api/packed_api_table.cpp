@@ -33,7 +33,9 @@ const char* TypeNameOf(const BindingTypeIdentifier& type, const BindingTypeRegis
     return info != nullptr ? info->name.c_str() : "";
 }
 
-std::uint32_t Count(std::size_t size) { return static_cast<std::uint32_t>(size); }
+std::uint32_t Count(std::size_t size) {
+    return static_cast<std::uint32_t>(size);
+}
 
 }  // namespace
 
@@ -41,8 +43,8 @@ void PackedApiTable::Build(const BindingTypeRegistry& registry, RouteList routes
     BuildTypes(registry);
     BuildEvents(registry);
     BuildEndpoints(registry, routes, module);
-    header_ = {Chain(endpoints_), Count(endpoints_.size()), Chain(types_), Count(types_.size()), Chain(events_),
-               Count(events_.size())};
+    header_ = {Chain(endpoints_),    Count(endpoints_.size()), Chain(types_),
+               Count(types_.size()), Chain(events_),           Count(events_.size())};
 }
 
 const char* const* PackedApiTable::KeepTexts(const std::vector<std::string>& texts) {
@@ -55,9 +57,16 @@ const char* const* PackedApiTable::KeepTexts(const std::vector<std::string>& tex
 
 void PackedApiTable::BuildTypes(const BindingTypeRegistry& registry) {
     for (const BindingTypeInfo* type : registry.Types()) {
-        HostTypeRecord record{nullptr, type->name.c_str(), type->nameSpace.c_str(), type->size,
-                              type->description.c_str(), KeepTexts(type->tags), Count(type->tags.size()),
-                              nullptr, nullptr, 0};
+        HostTypeRecord record{nullptr,
+                              type->name.c_str(),
+                              type->nameSpace.c_str(),
+                              type->size,
+                              type->description.c_str(),
+                              KeepTexts(type->tags),
+                              Count(type->tags.size()),
+                              nullptr,
+                              nullptr,
+                              0};
         if (!type->fields.empty()) {
             std::vector<HostFieldRecord>& fields = fields_.emplace_back();
             for (const BindingFieldInfo& field : type->fields) {
@@ -81,9 +90,8 @@ void PackedApiTable::BuildTypes(const BindingTypeRegistry& registry) {
 
 void PackedApiTable::BuildEvents(const BindingTypeRegistry& registry) {
     for (const BindingEventInfo* event : registry.Events()) {
-        events_.push_back({nullptr, event->name.c_str(), event->nameSpace.c_str(),
-                           TypeNameOf(event->payload, registry), event->description.c_str(), KeepTexts(event->tags),
-                           Count(event->tags.size())});
+        events_.push_back({nullptr, event->name.c_str(), event->nameSpace.c_str(), TypeNameOf(event->payload, registry),
+                           event->description.c_str(), KeepTexts(event->tags), Count(event->tags.size())});
     }
 }
 
@@ -92,9 +100,9 @@ HostEndpointRecord PackedApiTable::DescribeFunction(const BindingTypeRegistry& r
     HostEndpointRecord record{};
     std::vector<HostArgumentRecord>& arguments = arguments_.emplace_back();
     for (const BindingArgumentInfo& argument : function.arguments) {
-        arguments.push_back({nullptr, argument.name.c_str(), argument.description.c_str(),
-                             KindCode(argument.type.kind), KindCode(argument.type.elementKind),
-                             TypeNameOf(argument.type, registry), static_cast<std::uint8_t>(argument.optional)});
+        arguments.push_back({nullptr, argument.name.c_str(), argument.description.c_str(), KindCode(argument.type.kind),
+                             KindCode(argument.type.elementKind), TypeNameOf(argument.type, registry),
+                             static_cast<std::uint8_t>(argument.optional)});
     }
     const BindingTypeInfo* result =
         function.result.type != nullptr ? registry.FindType(function.result.type->id) : nullptr;

@@ -35,7 +35,9 @@ bool ReadStream(void* producer, void* buffer, std::uint32_t* size, bool* more) n
     }
 }
 
-void CloseStream(void* producer) noexcept { delete static_cast<BodyProducer*>(producer); }
+void CloseStream(void* producer) noexcept {
+    delete static_cast<BodyProducer*>(producer);
+}
 
 }  // namespace
 

@@ -26,15 +26,15 @@ enum ArgumentLocation : std::int32_t {
 // registered function. Routes live as long as their module; the API table
 // points at them.
 struct Route {
-    const BindingFunctionInfo* function = nullptr;  // in the module's registry
-    std::uint32_t method = 0;                       // a HostMethod; 0 accepts every method
-    std::string methodName;                         // for method 8
-    std::string pathTemplate;                       // normalised
-    std::string literalPath;                        // set when the template has no parameter
-    std::optional<RoutePattern> pattern;            // set when it has
-    std::vector<RouteTemplateParameter> parameters;  // one per capture group
-    std::vector<std::int32_t> argumentLocations;     // one per argument, in argument order
-    std::uint8_t flag = 0;                           // carried into the API table as it is
+    const BindingFunctionInfo* function = nullptr;    // in the module's registry
+    std::uint32_t method = 0;                         // a HostMethod; 0 accepts every method
+    std::string methodName;                           // for method 8
+    std::string pathTemplate;                         // normalised
+    std::string literalPath;                          // set when the template has no parameter
+    std::optional<RoutePattern> pattern;              // set when it has
+    std::vector<RouteTemplateParameter> parameters;   // one per capture group
+    std::vector<std::int32_t> argumentLocations;      // one per argument, in argument order
+    std::uint8_t flag = 0;                            // carried into the API table as it is
     std::vector<std::vector<std::string>> textLists;  // likewise
 };
 

@@ -27,7 +27,8 @@ ApiArgumentBuilder RouteTable::AddRoute(BindingTypeRegistry& registry, std::uint
         route->parameters = std::move(compiled.parameters);
     }
 
-    function.name = DeriveFunctionName(method == HostMethodOther ? methodName : MethodName(method), route->pathTemplate);
+    function.name =
+        DeriveFunctionName(method == HostMethodOther ? methodName : MethodName(method), route->pathTemplate);
     function.registry = &registry;
     if (function.handler != nullptr) {
         function.handler->Describe(function);

@@ -36,8 +36,15 @@ BindingFullTypeIdentifier FullTypeOf(const BindingTypeIdentifier& type, const Bi
 }
 
 BindingFullFunctionHelp FunctionHelpOf(const BindingFunctionInfo& function, const BindingTypeRegistry& registry) {
-    BindingFullFunctionHelp help{function.name, function.nameSpace, {}, FullTypeOf(function.result, registry),
-                                 function.description, function.help, function.threadSafe, {}, function.tags};
+    BindingFullFunctionHelp help{function.name,
+                                 function.nameSpace,
+                                 {},
+                                 FullTypeOf(function.result, registry),
+                                 function.description,
+                                 function.help,
+                                 function.threadSafe,
+                                 {},
+                                 function.tags};
     for (const BindingArgumentInfo& argument : function.arguments) {
         help.arguments.push_back(
             {argument.name, argument.description, FullTypeOf(argument.type, registry), argument.optional});
@@ -66,7 +73,8 @@ BindingFullEventHelp EventHelpOf(const BindingEventInfo& event, const BindingTyp
 
 template <class Record>
 void SortByName(std::vector<const Record*>& records) {
-    std::sort(records.begin(), records.end(), [](const Record* left, const Record* right) { return left->name < right->name; });
+    std::sort(records.begin(), records.end(),
+              [](const Record* left, const Record* right) { return left->name < right->name; });
 }
 
 // Appends each record's help, converted, to member; false once a conversion failed result.
@@ -111,7 +119,8 @@ BindingProperty BuildApiDescription(const BindingTypeRegistry& registry,
     if (format == BindingHelpFormat::Epytext) {
         AppendEpytext(result, "functions", functions,
                       [&](const BindingFunctionInfo& function) { return EpytextOfFunction(function, registry); });
-        AppendEpytext(result, "types", types, [&](const BindingTypeInfo& type) { return EpytextOfType(type, registry); });
+        AppendEpytext(result, "types", types,
+                      [&](const BindingTypeInfo& type) { return EpytextOfType(type, registry); });
         AppendEpytext(result, "events", events, [](const BindingEventInfo& event) { return EpytextOfEvent(event); });
         return result;
     }

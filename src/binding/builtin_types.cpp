@@ -97,8 +97,11 @@ void RegisterAsyncTypes(BindingTypeRegistry& registry) {
     registry.Struct<BindingAsyncCancelEvent>("BindingAsyncCancelEvent", tags)
         .Description("Represents a cancelled asynchronous operation.")
         .Field("asyncToken", &BindingAsyncCancelEvent::asyncToken, none, "Asynchronous operation token");
-    registry.AddEvent({"OnCallback", "", "Fired when a callback is invoked.",
-                       TypeIdentifierOf<BindingCallbackEvent>(), {"$builtin"}});
+    registry.AddEvent({"OnCallback",
+                       "",
+                       "Fired when a callback is invoked.",
+                       TypeIdentifierOf<BindingCallbackEvent>(),
+                       {"$builtin"}});
 }
 
 }  // namespace

@@ -76,7 +76,14 @@ struct BindingFullApiHelp {
 };
 
 // The framework's types for asynchronous operations and callbacks.
-enum class BindingAsyncState : std::int32_t { None = 0, Running = 1, Cancelling = 2, Cancelled = 3, Succeeded = 4, Failed = 5 };
+enum class BindingAsyncState : std::int32_t {
+    None = 0,
+    Running = 1,
+    Cancelling = 2,
+    Cancelled = 3,
+    Succeeded = 4,
+    Failed = 5
+};
 
 struct BindingGenericEvent {
     BindingProperty data;

@@ -132,6 +132,8 @@ std::string EpytextOfType(const BindingTypeInfo& type, const BindingTypeRegistry
     return text + "@size: " + std::to_string(type.size) + std::string(kLineEnd);
 }
 
-std::string EpytextOfEvent(const BindingEventInfo& event) { return Heading(event.description) + TagsLine(event.tags); }
+std::string EpytextOfEvent(const BindingEventInfo& event) {
+    return Heading(event.description) + TagsLine(event.tags);
+}
 
 }  // namespace wex

@@ -64,12 +64,13 @@ TEST(ApiDescription, DescribesEachRecordInFullSortedByName) {
         BuildApiDescription(registry, registry.Functions(), types, registry.Events(), BindingHelpFormat::Full);
     ASSERT_TRUE(description.IsValid()) << description.GetError();
 
-    EXPECT_EQ(WriteJson(description.Member("functions")),
-              R"([{"arguments":[{"description":"The {ids}","name":"ids","optional":true,)"
-              R"("type":{"elementType":"uint64","type":"vector"}},)"
-              R"({"description":"","name":"queue","optional":false,"type":{"elementType":"","type":"Queue"}}],)"
-              R"("async":"Standing","description":"-Lists","help":"Use {it}","name":"GetStandings","nameSpace":"Leagues",)"
-              R"("returns":{"elementType":"Standing","type":"vector"},"tags":["Plugins","x"],"threadSafe":true}])");
+    EXPECT_EQ(
+        WriteJson(description.Member("functions")),
+        R"([{"arguments":[{"description":"The {ids}","name":"ids","optional":true,)"
+        R"("type":{"elementType":"uint64","type":"vector"}},)"
+        R"({"description":"","name":"queue","optional":false,"type":{"elementType":"","type":"Queue"}}],)"
+        R"("async":"Standing","description":"-Lists","help":"Use {it}","name":"GetStandings","nameSpace":"Leagues",)"
+        R"("returns":{"elementType":"Standing","type":"vector"},"tags":["Plugins","x"],"threadSafe":true}])");
     const BindingProperty& sortedTypes = description.Member("types");
     ASSERT_EQ(sortedTypes.Size(), 17u);
     EXPECT_EQ(sortedTypes.At(0).Member("name").AsString(), "BindingAsyncCancelEvent");
@@ -81,9 +82,11 @@ TEST(ApiDescription, DescribesEachRecordInFullSortedByName) {
     EXPECT_EQ(WriteJson(sortedTypes.At(16)),
               R"({"description":"-A {standing}","fields":[{"description":"Its {id}","name":"id","offset":0,)"
               R"("optional":true,"type":{"elementType":"","type":"string"}},{"description":"","name":"points",)"
-              R"("offset":)" + std::to_string(offsetof(Standing, points)) +
+              R"("offset":)" +
+                  std::to_string(offsetof(Standing, points)) +
                   R"(,"optional":false,"type":{"elementType":"","type":"int32"}}],"name":"Standing","nameSpace":"",)"
-                  R"("size":)" + std::to_string(sizeof(Standing)) + R"(,"tags":["league"],"values":[]})");
+                  R"("size":)" +
+                  std::to_string(sizeof(Standing)) + R"(,"tags":["league"],"values":[]})");
     EXPECT_EQ(WriteJson(description.Member("events")),
               R"([{"description":"Fired when a callback is invoked.","name":"OnCallback","nameSpace":"",)"
               R"("tags":["$builtin"],"type":{"elementType":"","type":"BindingCallbackEvent"}},)"
@@ -119,7 +122,8 @@ TEST(ApiDescription, WritesEpytextDocstrings) {
               "@cvar FLEX: (1)\r\n"
               "@cvar SOLO: (2) Alone\r\n"
               "@size: 4\r\n");
-    EXPECT_EQ(description.Member("events").Member("OnStanding").AsString(), "Fired E{lb}nowE{rb}\r\n\r\n@tags: a,b\r\n");
+    EXPECT_EQ(description.Member("events").Member("OnStanding").AsString(),
+              "Fired E{lb}nowE{rb}\r\n\r\n@tags: a,b\r\n");
 }
 
 TEST(ApiDescription, AnUnregisteredRecordTypeFailsTheFullDescription) {

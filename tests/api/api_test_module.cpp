@@ -68,26 +68,30 @@ void ApiTestModule::RegisterRoutesAndTypes() {
 
     AddRoute(HostMethodGet, "/tav-leagues/v1/summoner-leagues/{summonerId}", &ApiTestModule::GetSummonerLeagues)
         .AddPathArgument("summonerId", "The player");
-    AddRoute(HostMethodGet, "/tav-leagues/v1/teams/{id}", [](std::string id) { return EchoText("team " + id); })
-        .AddPathArgument("id", "");
+    AddRoute(HostMethodGet, "/tav-leagues/v1/teams/{id}", [](std::string id) {
+        return EchoText("team " + id);
+    }).AddPathArgument("id", "");
     AddRoute(HostMethodPost, "/tav-leagues/v2/notifications/{id}/acknowledge", &ApiTestModule::Acknowledge)
         .AddPathArgument("id", "");
-    AddRoute(HostMethodGet, "/tav-leagues/v2/tiers/", [](std::vector<std::uint64_t> ids, bool verbose) -> Echo {
-        BindingProperty answer;
-        BindingProperty& list = answer.Member("ids");
-        list.MakeCollection();
-        for (const std::uint64_t id : ids) {
-            list.Append().SetUnsigned(id);
-        }
-        answer.Member("verbose").SetBool(verbose);
-        return answer;
-    })
+    AddRoute(HostMethodGet, "/tav-leagues/v2/tiers/",
+             [](std::vector<std::uint64_t> ids, bool verbose) -> Echo {
+                 BindingProperty answer;
+                 BindingProperty& list = answer.Member("ids");
+                 list.MakeCollection();
+                 for (const std::uint64_t id : ids) {
+                     list.Append().SetUnsigned(id);
+                 }
+                 answer.Member("verbose").SetBool(verbose);
+                 return answer;
+             })
         .AddQueryArgument("ids", "")
         .AddQueryArgument("verbose", "");
-    AddRoute(HostMethodGet, "/test/files/{+path}", [](std::string path) { return EchoText(path); })
-        .AddPathArgument("path", "");
-    AddRoute(HostMethodGet, "/test/page{#section}", [](std::string section) { return EchoText(section); })
-        .AddPathArgument("section", "");
+    AddRoute(HostMethodGet, "/test/files/{+path}", [](std::string path) {
+        return EchoText(path);
+    }).AddPathArgument("path", "");
+    AddRoute(HostMethodGet, "/test/page{#section}", [](std::string section) {
+        return EchoText(section);
+    }).AddPathArgument("section", "");
     AddRoute(HostMethodGet, "/test/{x}/a.b", [](std::string x) { return EchoText(x); }).AddPathArgument("x", "");
     AddRoute(HostMethodGet, "/test/number", [](std::int32_t number) -> MaybeType<Failure, std::int32_t> {
         return number;

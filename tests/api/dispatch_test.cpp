@@ -12,8 +12,9 @@ TEST_F(DispatchTest, AnswersTheHandlersValueWithEnumeratorsByName) {
     Serve(Request(HostMethodGet, "/tav-leagues/v1/summoner-leagues/42"), response);
     EXPECT_EQ(Read(response.record.error), nullptr);
     EXPECT_EQ(Read(response.record.status), 0u);
-    EXPECT_EQ(response.Json(),
-              R"([{"points":42,"queue":"RANKED_SOLO_5x5","tier":"GOLD"},{"points":0,"queue":"RANKED_FLEX","tier":"NONE"}])");
+    EXPECT_EQ(
+        response.Json(),
+        R"([{"points":42,"queue":"RANKED_SOLO_5x5","tier":"GOLD"},{"points":0,"queue":"RANKED_FLEX","tier":"NONE"}])");
     EXPECT_STREQ(response.record.text, "");
     EXPECT_EQ(Read(response.record.headerCount), 0u);
     EXPECT_EQ(Read(response.record.streamRead), nullptr);
@@ -36,11 +37,11 @@ TEST_F(DispatchTest, AHandlerThatThrowsAnswersStatus500WithTheText) {
 }
 
 TEST_F(DispatchTest, AnUnknownPathOrMethodIsAnInvalidFunction) {
-    for (const auto& [method, path] : std::vector<std::pair<std::uint32_t, std::string>>{
-             {HostMethodGet, "/tav-leagues/v1/unknown"},
-             {HostMethodDelete, "/tav-leagues/v1/summoner-leagues/42"},
-             {HostMethodGet, "/tav-leagues/v2/tiers/"},
-             {HostMethodGet, ""}}) {
+    for (const auto& [method, path] :
+         std::vector<std::pair<std::uint32_t, std::string>>{{HostMethodGet, "/tav-leagues/v1/unknown"},
+                                                            {HostMethodDelete, "/tav-leagues/v1/summoner-leagues/42"},
+                                                            {HostMethodGet, "/tav-leagues/v2/tiers/"},
+                                                            {HostMethodGet, ""}}) {
         SCOPED_TRACE(path);
         TestResponse response;
         Serve(Request(method, path), response);
@@ -83,17 +84,19 @@ TEST_F(DispatchTest, BindsPathAndQueryTexts) {
          "Error: Missing a comma or ']' after an array element. at offset 4."},
         {"/tav-leagues/v2/tiers?ids=[1]&region=EUW", "", "Unknown argument 'region' for 'GetTavLeaguesV2Tiers'."},
         {"/tav-leagues/v2/tiers?ids=[1]&verbose=maybe", "",
-         "Value maybe for 'verbose' of type bool is in an incorrect format. Options are \"true\", \"false\", \"1\", \"0\"."},
+         "Value maybe for 'verbose' of type bool is in an incorrect format. Options are \"true\", \"false\", \"1\", "
+         "\"0\"."},
         {"/tav-leagues/v1/summoner-leagues/42?summonerId=7", "",
-         "Argument 'summonerId' for 'GetTavLeaguesV1SummonerLeaguesBySummonerId' was specified in an invalid location."},
-        {"/tav-leagues/v1/summoner-leagues/x", "",
-         "Value x for 'summonerId' of type uint64 is in an incorrect format"},
+         "Argument 'summonerId' for 'GetTavLeaguesV1SummonerLeaguesBySummonerId' was specified in an invalid "
+         "location."},
+        {"/tav-leagues/v1/summoner-leagues/x", "", "Value x for 'summonerId' of type uint64 is in an incorrect format"},
         {"/test/number?number=0x2A", "42", ""},
         {"/test/number?number=3000000000", "", "Value 3000000000 for 'number' of type int32 is out of range"},
         {"/test/number", "", "A value for 'number' is required."},
         {"/test/league?league.queue=SOLO&league.tier=GOLD&league.points=-3",
          R"({"points":-3,"queue":"SOLO","tier":"GOLD"})", ""},
-        {"/test/league?league={\"tier\":\"DIAMOND\"}", "", "DIAMOND is not a valid TestTier enumeration value for 'tier'."},
+        {"/test/league?league={\"tier\":\"DIAMOND\"}", "",
+         "DIAMOND is not a valid TestTier enumeration value for 'tier'."},
         {"/test/orphan/x", "", "Unknown argument 'nothing' for 'GetTestOrphanByNothing'."},
         {"/test/files/a/b/c.txt", R"("a/b/c.txt")", ""},
         {"/test/page#intro", R"("intro")", ""},
@@ -128,8 +131,7 @@ TEST_F(DispatchTest, TieBreaksPreferFewerCapturedCharactersThenTheEarlierRoute) 
 
 TEST_F(DispatchTest, BindsHeadersByTheLowerCasedArgumentName) {
     TestResponse lower;
-    Serve(WithHeaders(Request(HostMethodPost, "/test/echo/n"), {{"summonerid", "77"}, {"x-other", "1"}}),
-          lower);
+    Serve(WithHeaders(Request(HostMethodPost, "/test/echo/n"), {{"summonerid", "77"}, {"x-other", "1"}}), lower);
     EXPECT_EQ(lower.Json(), R"({"flag":false,"name":"n","options":null,"payload":null,"summonerId":"77"})");
 
     TestResponse exact;
@@ -138,7 +140,8 @@ TEST_F(DispatchTest, BindsHeadersByTheLowerCasedArgumentName) {
 
     TestResponse fromQuery;
     Serve(Request(HostMethodPost, "/test/echo/n?summonerId=77"), fromQuery);
-    EXPECT_EQ(fromQuery.Error(), "Argument 'summonerId' for 'PostTestEchoByName' was specified in an invalid location.");
+    EXPECT_EQ(fromQuery.Error(),
+              "Argument 'summonerId' for 'PostTestEchoByName' was specified in an invalid location.");
 }
 
 TEST_F(DispatchTest, ReadsStructuredTextsByTheirFirstBytes) {

@@ -43,8 +43,15 @@ TEST(RouteTemplate, CompilesEachParameterKindAndEscapesTheRest) {
 
 TEST(UrlDecoding, DecodesPlusAndPercentEscapesAndKeepsMalformedOnes) {
     const std::pair<const char*, std::string> cases[] = {
-        {"a%2Fb+c", "a/b c"},  {"%2f%2F", "//"},   {"%41%4a%7E", "AJ~"}, {"100%", "100%"}, {"%4", "%4"},
-        {"%G1%1G", "%G1%1G"},  {"%%41", "%A"},     {"%00", std::string(1, '\0')},        {"", ""},
+        {"a%2Fb+c", "a/b c"},
+        {"%2f%2F", "//"},
+        {"%41%4a%7E", "AJ~"},
+        {"100%", "100%"},
+        {"%4", "%4"},
+        {"%G1%1G", "%G1%1G"},
+        {"%%41", "%A"},
+        {"%00", std::string(1, '\0')},
+        {"", ""},
         {"%E2%82%AC", "\xE2\x82\xAC"},
     };
     for (const auto& [text, decoded] : cases) {
