@@ -120,4 +120,11 @@ std::shared_ptr<const ApiFunctionHandler> MakeApiHandler(Object& object, Answer 
         [&owner, member](Params... values) { return (owner.*member)(std::forward<Params>(values)...); });
 }
 
+template <class Object, class Owner, class Answer, class... Params>
+std::shared_ptr<const ApiFunctionHandler> MakeApiHandler(Object& object, Answer (Owner::*member)(Params...) const) {
+    const auto& owner = static_cast<const Owner&>(object);
+    return std::make_shared<const NativeApiFunctionHandler<Answer, Params...>>(
+        [&owner, member](Params... values) { return (owner.*member)(std::forward<Params>(values)...); });
+}
+
 }  // namespace wex

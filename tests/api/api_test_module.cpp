@@ -58,6 +58,10 @@ MaybeType<Failure, void> ApiTestModule::Acknowledge(std::int32_t id) {
     return {};
 }
 
+MaybeType<Failure, std::string> ApiTestModule::GetName() const {
+    return ShortName();
+}
+
 void ApiTestModule::RegisterRoutesAndTypes() {
     wex::BindingTypeRegistry& registry = *TypeRegistry();
     registry.Enum<TestTier>("TestTier").Value("NONE", TestTier::NONE).Value("GOLD", TestTier::GOLD);
@@ -73,6 +77,7 @@ void ApiTestModule::RegisterRoutesAndTypes() {
     }).AddPathArgument("id", "");
     AddRoute(HostMethodPost, "/tav-leagues/v2/notifications/{id}/acknowledge", &ApiTestModule::Acknowledge)
         .AddPathArgument("id", "");
+    AddRoute(HostMethodGet, "/test/name", &ApiTestModule::GetName);
     AddRoute(HostMethodGet, "/tav-leagues/v2/tiers/",
              [](std::vector<std::uint64_t> ids, bool verbose) -> Echo {
                  BindingProperty answer;

@@ -35,6 +35,7 @@ class ApiTestModule : public wex::AppModule {
     // 403 fails with status 403; 500 throws as a handler that meets bad data does.
     wex::MaybeType<wex::Failure, std::vector<TestLeague>> GetSummonerLeagues(std::uint64_t summonerId);
     wex::MaybeType<wex::Failure, void> Acknowledge(std::int32_t id);
+    wex::MaybeType<wex::Failure, std::string> GetName() const;
 
     std::vector<std::int32_t> acknowledged;
 

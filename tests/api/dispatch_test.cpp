@@ -51,12 +51,16 @@ TEST_F(DispatchTest, AnUnknownPathOrMethodIsAnInvalidFunction) {
     }
 }
 
-TEST_F(DispatchTest, AVoidHandlerAnswersNoValue) {
+TEST_F(DispatchTest, MemberFunctionsAnswerOrAnswerNoValue) {
     TestResponse response;
     Serve(Request(HostMethodPost, "/tav-leagues/v2/notifications/0x2A/acknowledge"), response);
     EXPECT_EQ(Read(response.record.error), nullptr);
     EXPECT_EQ(Read(response.record.result.tag), static_cast<std::uint32_t>(HostValueNone));
     EXPECT_EQ(module_.acknowledged, std::vector<std::int32_t>{42});
+
+    TestResponse name;
+    Serve(Request(HostMethodGet, "/test/name"), name);
+    EXPECT_EQ(name.Json(), R"("tav-apitest")");
 }
 
 struct BindingCase {

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include "api/method_name.h"
 #include "api/route_template.h"
 #include "api/url_decoding.h"
 
@@ -58,19 +57,6 @@ TEST(UrlDecoding, DecodesPlusAndPercentEscapesAndKeepsMalformedOnes) {
         SCOPED_TRACE(text);
         EXPECT_EQ(DecodeUrlComponent(text), decoded);
     }
-}
-
-TEST(MethodName, NamesTheSevenMethodsOnly) {
-    EXPECT_EQ(MethodName(0), "");
-    EXPECT_EQ(MethodName(1), "DELETE");
-    EXPECT_EQ(MethodName(2), "GET");
-    EXPECT_EQ(MethodName(3), "HEAD");
-    EXPECT_EQ(MethodName(4), "OPTIONS");
-    EXPECT_EQ(MethodName(5), "PATCH");
-    EXPECT_EQ(MethodName(6), "POST");
-    EXPECT_EQ(MethodName(7), "PUT");
-    EXPECT_EQ(MethodName(8), "");
-    EXPECT_EQ(MethodName(0xFFFFFFFF), "");
 }
 
 }  // namespace

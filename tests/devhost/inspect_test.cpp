@@ -16,7 +16,7 @@ TEST(TavHostInspect, PrintsWhatThePluginHandedOver) {
     EXPECT_THAT(result.output, HasSubstr("with core plugin API 18.0.0\n"));
     EXPECT_THAT(result.output, HasSubstr("  plugin API version:     18.0.0\n  short name:             tav-leagues\n"));
     EXPECT_THAT(result.output, HasSubstr("  API table:              "));
-    EXPECT_THAT(result.output, HasSubstr("\nEvents (1):\n  OnCallback: BindingCallbackEvent\n"));
+    EXPECT_THAT(result.output, HasSubstr("\n  OnCallback: BindingCallbackEvent\n"));
     EXPECT_THAT(result.output, HasSubstr("\n  BindingAsyncCancelEvent (4 bytes)\n    asyncToken: uint32\n"));
     EXPECT_THAT(result.output, HasSubstr("Start: true\n"));
     EXPECT_THAT(result.output, HasSubstr("Memory after stop:\n  peak live bytes:        "));
