@@ -14,8 +14,24 @@ bool IsNumberCharacter(char c) {
     return (c >= '0' && c <= '9') || c == '.' || c == 'e' || c == 'E' || c == '-' || c == '+';
 }
 
-Token Punctuation(TokenKind kind, char c) {
-    return Token{kind, std::string(1, c)};
+// The kind of a punctuation character; End for any other character.
+TokenKind PunctuationOf(char c) {
+    switch (c) {
+        case '{':
+            return TokenKind::BeginObject;
+        case '}':
+            return TokenKind::EndObject;
+        case '[':
+            return TokenKind::BeginArray;
+        case ']':
+            return TokenKind::EndArray;
+        case ':':
+            return TokenKind::Colon;
+        case ',':
+            return TokenKind::Comma;
+        default:
+            return TokenKind::End;
+    }
 }
 
 }  // namespace
@@ -28,25 +44,11 @@ Token TokenScanner::Next() {
         return Token{};
     }
     const char c = text_[at_];
+    if (const TokenKind punctuation = PunctuationOf(c); punctuation != TokenKind::End) {
+        ++at_;
+        return Token{punctuation, std::string(1, c)};
+    }
     switch (c) {
-        case '{':
-            ++at_;
-            return Punctuation(TokenKind::BeginObject, c);
-        case '}':
-            ++at_;
-            return Punctuation(TokenKind::EndObject, c);
-        case '[':
-            ++at_;
-            return Punctuation(TokenKind::BeginArray, c);
-        case ']':
-            ++at_;
-            return Punctuation(TokenKind::EndArray, c);
-        case ':':
-            ++at_;
-            return Punctuation(TokenKind::Colon, c);
-        case ',':
-            ++at_;
-            return Punctuation(TokenKind::Comma, c);
         case '"':
             return ScanString();
         case 't':

@@ -21,14 +21,6 @@ std::string Reason(const std::string& reason) {
     return R"({"notifyReason": ")" + reason + R"("})";
 }
 
-TEST(IsLeaguesMessage, TheTypeIsExactlyLeagues) {
-    EXPECT_TRUE(IsLeaguesMessage(Message("leagues", {})));
-    for (const char* type : {"", "Leagues", "leagues ", "league", "LEAGUES", "clash"}) {
-        SCOPED_TRACE(type);
-        EXPECT_FALSE(IsLeaguesMessage(Message(type, {Reason("LEAGUE_PROMOTED")})));
-    }
-}
-
 TEST(IsLeagueUpdateMessage, NeedsOneParamWithAReasonOfAChangedStanding) {
     for (const char* reason : {"LEAGUE_POINTS_UPDATE", "LEAGUE_PROMOTED", "LEAGUE_DEMOTED", "LEAGUE_UPDATE_DECAY",
                                "MINISERIES_START", "MINISERIES_LOST", "MINISERIES_CANCEL", "QUEUE_DODGE"}) {
