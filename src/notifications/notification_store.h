@@ -55,10 +55,13 @@ class LeagueNotificationStore {
     // become allowed.
     bool SetNotificationsAllowed(bool allowed);
     // Marks the shown record of an id acknowledged by the player, after
-    // acknowledging its server message when it has one. A server notification
-    // is looked up first, then the derived messages, decay warnings and
-    // demotion-shield warnings in turn, going on when the server refuses.
-    // Fails with 403 when no record was acknowledged. [may yield]
+    // acknowledging its server message when it has one. The server
+    // notifications are looked up first, and a refusal there fails at once;
+    // then the derived messages, decay warnings and demotion-shield warnings
+    // in turn, a refusal going on with the next list. Pending records are not
+    // searched. Fails with 403 and "Unable to delete notification with id
+    // <id>. Either notification is acknowledged or it is not an
+    // acknowledgeable notification" when no record was marked. [may yield]
     wex::MaybeType<wex::Failure, void> AcknowledgeNotification(std::uint64_t id, std::uint64_t accountId,
                                                                const ServerAcknowledgement& acknowledgeOnServer);
 
