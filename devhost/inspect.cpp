@@ -4,44 +4,12 @@
 #include <string>
 #include <vector>
 
+#include "method_text.h"
+#include "simulated_host.h"
+
 namespace tav::host {
 
 namespace {
-
-// A host that keeps the plug-in's log lines and answers every request with
-// an error: enough to see the plug-in load, start and stop.
-struct SilentCore {
-    CoreApi api{};
-    std::vector<std::string> logLines;
-    std::vector<std::string> requests;
-    std::vector<std::string> subscriptions;
-
-    SilentCore();
-};
-
-SilentCore& Owner(const CoreApi* api) {
-    // api is the first member of SilentCore.
-    return *reinterpret_cast<SilentCore*>(const_cast<CoreApi*>(api));
-}
-
-SilentCore::SilentCore() {
-    api.SendRequest = [](const CoreApi* self, HostResponse* response, const HostRequest* request) {
-        Owner(self).requests.push_back(request->path != nullptr ? request->path : "");
-        *response = HostResponse{};
-        response->error = "tav-host inspect serves no resources";
-        response->status = 404;
-    };
-    api.CoreEntry1 = [](const CoreApi*, std::uint32_t, std::uint32_t) -> std::uint32_t { return 0; };
-    api.SendEvent = [](const CoreApi*, const HostEvent*) {};
-    api.SubscribeHostEvent = [](const CoreApi* self, const char* name, std::uint32_t, HostEventCallback, void*,
-                                std::uint32_t) { Owner(self).subscriptions.push_back(name); };
-    api.UnsubscribeHostEvent = [](const CoreApi*, const char*, std::uint32_t) {};
-    api.ScheduleCallback = [](const CoreApi*, const char*, HostScheduledCallback, void*, double, std::uint32_t) {};
-    api.YieldToHost = [](const CoreApi*) {};
-    api.BeginWait = [](const CoreApi*, const char*, std::uint32_t) {};
-    api.EndWait = [](const CoreApi*) {};
-    api.Log = [](const CoreApi* self, std::int32_t, const char* text) { Owner(self).logLines.push_back(text); };
-}
 
 void PrintMemory(std::ostream& out, const MemoryCounters& memory) {
     out << "  peak live bytes:        " << memory.peakLiveBytes << " (" << memory.liveCountAtPeak
@@ -62,16 +30,13 @@ void PrintLines(std::ostream& out, const char* title, const std::vector<std::str
     }
 }
 
-const char* MethodText(std::uint32_t method) {
-    static const char* const kMethods[] = {"ANY", "DELETE", "GET", "HEAD", "OPTIONS", "PATCH", "POST", "PUT"};
-    return method < std::size(kMethods) ? kMethods[method] : "";
+const char* Text(const char* text) {
+    return text != nullptr ? text : "";
 }
 
-const char* Text(const char* text) { return text != nullptr ? text : ""; }
-
 const char* KindName(std::uint32_t kind) {
-    static const char* const kNames[] = {"",       "bool",   "int8",   "uint8",  "int16",  "uint16", "int32",
-                                         "uint32", "int64",  "uint64", "float",  "double", "string", "object",
+    static const char* const kNames[] = {"",       "bool",   "int8",   "uint8",  "int16",    "uint16", "int32",
+                                         "uint32", "int64",  "uint64", "float",  "double",   "string", "object",
                                          "blob",   "vector", "enum",   "struct", "callback", "map"};
     return kind < std::size(kNames) ? kNames[kind] : "";
 }
@@ -115,8 +80,7 @@ void PrintApiTable(std::ostream& out, const HostApiTable& table) {
             << " returns " << TypeText(endpoint->resultKind, endpoint->resultElementKind, endpoint->resultTypeName)
             << '\n';
         const HostLocationRecord* location = endpoint->locations;
-        for (const HostArgumentRecord* argument = endpoint->arguments; argument != nullptr;
-             argument = argument->next) {
+        for (const HostArgumentRecord* argument = endpoint->arguments; argument != nullptr; argument = argument->next) {
             out << "    " << Text(argument->name) << ": "
                 << TypeText(argument->kind, argument->elementKind, argument->typeName) << " from "
                 << LocationName(location != nullptr ? location->location : 0) << '\n';
@@ -157,20 +121,32 @@ int Inspect(const InspectOptions& options, std::ostream& out) {
     out << "  plugin API version:     " << info.major << '.' << info.minor << '.' << info.patch << '\n'
         << "  short name:             " << (info.shortName != nullptr ? info.shortName : "(none)") << '\n';
     if (info.apiTable != nullptr) {
-        out << "  API table:              " << info.apiTable->endpointCount << " routes, "
-            << info.apiTable->typeCount << " types, " << info.apiTable->eventCount << " events\n";
+        out << "  API table:              " << info.apiTable->endpointCount << " routes, " << info.apiTable->typeCount
+            << " types, " << info.apiTable->eventCount << " events\n";
         PrintApiTable(out, *info.apiTable);
     }
     out << "Memory after load:\n";
     PrintMemory(out, library.Memory());
 
-    SilentCore core;
-    const PluginStartInfo startInfo{&core.api, 1};
-    out << "Start: " << (library.Start(startInfo) ? "true" : "false") << '\n';
-    PrintLines(out, "Event subscriptions", core.subscriptions);
-    PrintLines(out, "Requests to the host", core.requests);
-    library.Stop();
-    PrintLines(out, "Log lines forwarded to the host", core.logLines);
+    SimulatedHost host;
+    out << "Start: " << (host.Start(library) ? "true" : "false") << '\n';
+    const HostRecords& records = host.Records();
+    std::vector<std::string> subscriptions;
+    for (const RecordedSubscription& subscription : records.subscriptions) {
+        subscriptions.push_back(subscription.name);
+    }
+    PrintLines(out, "Event subscriptions", subscriptions);
+    std::vector<std::string> requests;
+    for (const RecordedRequest& request : records.requests) {
+        requests.push_back(std::string(MethodText(request.method)) + " " + request.path);
+    }
+    PrintLines(out, "Requests to the host", requests);
+    host.Stop(library);
+    std::vector<std::string> logLines;
+    for (const RecordedLogLine& line : records.logLines) {
+        logLines.push_back(line.text);
+    }
+    PrintLines(out, "Log lines forwarded to the host", logLines);
     out << "Memory after stop:\n";
     PrintMemory(out, library.Memory());
     return 0;

@@ -12,8 +12,8 @@ struct InspectOptions {
     CoreVersion coreVersion;
 };
 
-// Loads, starts and stops the plug-in with a host that answers nothing, and
-// prints what the plug-in handed over. Returns the process exit code.
+// Loads, starts and stops the plug-in with a simulated host that holds no
+// resources, and prints what the plug-in handed over. Returns the process exit code.
 int Inspect(const InspectOptions& options, std::ostream& out);
 
 }  // namespace tav::host

@@ -64,6 +64,10 @@ bool PluginLibrary::Open(const std::string& path) {
 }
 
 bool PluginLibrary::Load(const CoreVersion& version) {
+    if (entry_ == nullptr) {
+        error_ = "no plug-in entry to load";
+        return false;
+    }
     loadInfo_ = PluginLoadInfo{};
     loadInfo_.major = version.major;
     loadInfo_.minor = version.minor;

@@ -33,10 +33,10 @@ struct MemoryCounters {
 
 MemoryCounters ReadMemoryCounters(const MemoryStats& stats);
 
-// A plug-in library loaded as the platform's core process loads it: dlopen,
-// the one exported entry, then the three callbacks it hands back.
+// A plug-in loaded as the platform's core process loads it: dlopen, the one
+// exported entry, then the three callbacks it hands back.
 class PluginLibrary {
-public:
+  public:
     PluginLibrary() = default;
     PluginLibrary(const PluginLibrary&) = delete;
     PluginLibrary& operator=(const PluginLibrary&) = delete;
@@ -44,6 +44,9 @@ public:
 
     // Opens the library and finds load_tav_leagues; on failure error() says why.
     bool Open(const std::string& path);
+    // Uses an entry linked into this process instead of a library's, such as
+    // wex::LoadPlugin<Module> in unit tests.
+    void UseEntry(PluginLoadFunction entry) { entry_ = entry; }
     // Calls the entry with the core version; false when it returned null.
     bool Load(const CoreVersion& version);
     // Calls Start; the start info must stay valid until Stop.
@@ -55,7 +58,7 @@ public:
     const PluginLoadInfo& loadInfo() const { return loadInfo_; }
     bool loaded() const { return context_ != nullptr; }
 
-private:
+  private:
     void* handle_ = nullptr;
     PluginLoadFunction entry_ = nullptr;
     PluginLoadInfo loadInfo_{};

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "binding/property.h"
+
+namespace tav::host {
+
+// What the game server answers to a call of one destination's method.
+struct ServerAnswer {
+    // A service-proxy answer arrives on this turn of the host after the call.
+    // With kDuringRequest it arrives before the call's request has returned,
+    // with kNever not at all.
+    static constexpr int kDuringRequest = 0;
+    static constexpr int kNever = -1;
+
+    std::string className;       // the server class of the body
+    wex::BindingProperty body;   // empty: an answer without a body
+    std::string error;           // not empty: the call fails with this text
+    std::uint32_t status = 500;  // of a synchronous call that fails
+    int turns = 1;
+
+    // A body of JSON text (std::invalid_argument for text that is not JSON).
+    static ServerAnswer Json(std::string className, std::string_view body, int turns = 1);
+    static ServerAnswer Failure(std::string error, std::uint32_t status = 500, int turns = 1);
+};
+
+// The game server as tests script it: one answer per destination and method,
+// given to every call of it.
+class GameServer {
+  public:
+    void Script(const std::string& destination, const std::string& method, ServerAnswer answer);
+    // The scripted answer; an unscripted call fails, naming the call.
+    ServerAnswer Answer(std::string_view destination, std::string_view method) const;
+
+  private:
+    std::map<std::pair<std::string, std::string>, ServerAnswer> answers_;
+};
+
+}  // namespace tav::host

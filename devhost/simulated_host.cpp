@@ -1,0 +1,367 @@
+#include "simulated_host.h"
+
+#include <algorithm>
+#include <cstring>
+#include <exception>
+#include <sstream>
+
+#include "binding/host_value.h"
+#include "codec/json_writer.h"
+#include "event_names.h"
+#include "host_value_json.h"
+#include "method_text.h"
+
+namespace tav::host {
+
+namespace {
+
+constexpr std::string_view kTelemetryPrefix = "/telemetry/v1/events/";
+constexpr std::string_view kInvokePath = "/tav-login/v1/session/invoke";
+constexpr std::string_view kUuidRequestsPath = "/tav-login/v1/service-proxy-uuid-requests";
+constexpr std::string_view kMethodRequestsPath = "/tav-login/v1/service-proxy-method-requests";
+
+const char* CopyText(const std::string& text) {
+    char* copy = new char[text.size() + 1];
+    std::memcpy(copy, text.c_str(), text.size() + 1);
+    return copy;
+}
+
+// Frees what the host put in a response it filled.
+void ReleaseResponse(HostResponse* response) {
+    if (response == nullptr) {
+        return;
+    }
+    HostValue result = response->result;
+    wex::ReleaseHostValue(result);
+    if (response->errorFlag != 0) {
+        delete[] response->error;
+    }
+    *response = HostResponse{};
+}
+
+std::string Text(const char* text) {
+    return text != nullptr ? text : "";
+}
+
+std::string NumberText(double number) {
+    std::ostringstream text;
+    text << number;
+    return text.str();
+}
+
+wex::BindingProperty Structure(std::initializer_list<std::pair<const char*, wex::BindingProperty>> members) {
+    wex::BindingProperty structure;
+    structure.MakeStructure();
+    for (const auto& [name, value] : members) {
+        structure.Member(name) = value;
+    }
+    return structure;
+}
+
+wex::BindingProperty String(std::string_view text) {
+    wex::BindingProperty value;
+    value.SetString(text);
+    return value;
+}
+
+}  // namespace
+
+SimulatedHost& SimulatedHost::Owner(const CoreApi* api) {
+    return *reinterpret_cast<const Table*>(api)->owner;
+}
+
+SimulatedHost::SimulatedHost(std::uint32_t hostContext)
+    : loop_([this](const std::string& name, const wex::BindingProperty& payload) { Deliver(name, payload); }) {
+    table_.owner = this;
+    startInfo_ = PluginStartInfo{&table_.api, hostContext};
+    CoreApi& api = table_.api;
+    api.SendRequest = [](const CoreApi* self, HostResponse* response, const HostRequest* request) {
+        if (response != nullptr && request != nullptr) {
+            Owner(self).OnSendRequest(*response, *request);
+        }
+    };
+    api.CoreEntry1 = [](const CoreApi* self, std::uint32_t first, std::uint32_t second) -> std::uint32_t {
+        Owner(self).records_.journal.push_back("CoreEntry1 " + std::to_string(first) + " " + std::to_string(second));
+        return 0;
+    };
+    api.SendEvent = [](const CoreApi* self, const HostEvent* event) {
+        if (event != nullptr) {
+            Owner(self).OnSendEvent(*event);
+        }
+    };
+    api.SubscribeHostEvent = [](const CoreApi* self, const char* name, std::uint32_t hostContext,
+                                HostEventCallback callback, void* userData, std::uint32_t flag) {
+        Owner(self).OnSubscribe(name, hostContext, callback, userData, flag);
+    };
+    api.UnsubscribeHostEvent = [](const CoreApi* self, const char* name, std::uint32_t hostContext) {
+        Owner(self).OnUnsubscribe(name, hostContext);
+    };
+    api.ScheduleCallback = [](const CoreApi* self, const char* label, HostScheduledCallback callback, void* userData,
+                              double delaySeconds,
+                              std::uint32_t) { Owner(self).OnSchedule(label, callback, userData, delaySeconds); };
+    api.YieldToHost = [](const CoreApi* self) { Owner(self).OnYield(); };
+    api.BeginWait = [](const CoreApi* self, const char* label, std::uint32_t) {
+        HostRecords& records = Owner(self).records_;
+        records.waits.push_back(Text(label));
+        records.journal.push_back("BeginWait " + Text(label));
+    };
+    api.EndWait = [](const CoreApi* self) {
+        HostRecords& records = Owner(self).records_;
+        ++records.endWaits;
+        records.journal.push_back("EndWait");
+    };
+    api.Log = [](const CoreApi* self, std::int32_t level, const char* text) {
+        Owner(self).records_.logLines.push_back({level, Text(text)});
+    };
+}
+
+SimulatedHost::~SimulatedHost() = default;
+
+bool SimulatedHost::Start(PluginLibrary& plugin) {
+    apiTable_ = plugin.loadInfo().apiTable;
+    return plugin.Start(startInfo_);
+}
+
+void SimulatedHost::Stop(PluginLibrary& plugin) {
+    plugin.Stop();
+    subscribers_.clear();
+    loop_.Clear();
+    apiTable_ = nullptr;
+}
+
+// ---- Scripts ----------------------------------------------------------------
+
+void SimulatedHost::Answer(std::uint32_t method, const std::string& path, ScriptedAnswer answer) {
+    answers_.insert_or_assign(std::make_pair(method, path), std::move(answer));
+}
+
+void SimulatedHost::SetResource(const std::string& uri, std::string_view json) {
+    wex::BindingProperty value = JsonValue(json);
+    const bool existed = resources_.count(uri) != 0;
+    resources_.insert_or_assign(uri, value);
+    PublishResourceChange(uri, existed ? "Update" : "Create", value);
+}
+
+void SimulatedHost::DeleteResource(const std::string& uri) {
+    resources_.erase(uri);
+    PublishResourceChange(uri, "Delete", wex::BindingProperty());
+}
+
+void SimulatedHost::PublishResourceChange(const std::string& uri, const char* eventType,
+                                          const wex::BindingProperty& data) {
+    const std::string name = ResourceEventName(uri);
+    if (SubscriberCount(name) == 0) {
+        return;
+    }
+    loop_.QueueEvent(name, Structure({{"uri", String(uri)}, {"eventType", String(eventType)}, {"data", data}}));
+}
+
+void SimulatedHost::ScriptServer(const std::string& destination, const std::string& method, ServerAnswer answer) {
+    server_.Script(destination, method, std::move(answer));
+}
+
+void SimulatedHost::PushServerMessage(const std::string& typeName, std::string_view body) {
+    loop_.QueueEvent(ServerMessageEventName(typeName), Structure({{"clientId", String("")},
+                                                                  {"subtopic", String("")},
+                                                                  {"typeName", String(typeName)},
+                                                                  {"body", JsonValue(body)}}));
+}
+
+void SimulatedHost::QueueEvent(const std::string& name, std::string_view payload) {
+    loop_.QueueEvent(name, JsonValue(payload));
+}
+
+// ---- Delivery ---------------------------------------------------------------
+
+void SimulatedHost::DeliverNow(const std::string& name, const HostValue& payload) {
+    // Callbacks may subscribe and unsubscribe while they run.
+    std::vector<Subscriber> receivers;
+    std::copy_if(subscribers_.begin(), subscribers_.end(), std::back_inserter(receivers),
+                 [&name](const Subscriber& subscriber) { return subscriber.name == name; });
+    for (const Subscriber& receiver : receivers) {
+        HostEvent event{};
+        event.name = receiver.name.c_str();
+        event.payload = payload;
+        event.userData = receiver.userData;
+        receiver.callback(&event);
+    }
+}
+
+void SimulatedHost::Deliver(const std::string& name, const wex::BindingProperty& payload) {
+    const OwnedHostValue value(payload);
+    DeliverNow(name, value.Get());
+}
+
+std::size_t SimulatedHost::SubscriberCount(const std::string& name) const {
+    return static_cast<std::size_t>(std::count_if(subscribers_.begin(), subscribers_.end(),
+                                                  [&name](const Subscriber& s) { return s.name == name; }));
+}
+
+// ---- The plug-in's API --------------------------------------------------------
+
+EndpointAnswer SimulatedHost::CallEndpoint(std::uint32_t method, const std::string& pathWithQuery,
+                                           const std::string& body, const std::string& contentType) {
+    if (apiTable_ == nullptr) {
+        EndpointAnswer answer;
+        answer.status = 404;
+        answer.failed = true;
+        answer.error = "No plug-in is started";
+        return answer;
+    }
+    return tav::host::CallEndpoint(*apiTable_, startInfo_.hostContext, method, pathWithQuery, body, contentType);
+}
+
+// ---- The host's functions -----------------------------------------------------
+
+void SimulatedHost::OnSendRequest(HostResponse& response, const HostRequest& request) {
+    RecordedRequest recorded;
+    recorded.method = request.method;
+    recorded.path = Text(request.path);
+    std::vector<wex::BindingProperty> arguments;
+    for (std::uint32_t index = 0; index < request.argumentCount; ++index) {
+        const HostValue value = request.arguments[index].value;
+        arguments.push_back(wex::HostValueToBinding(value, "argument"));
+        recorded.arguments.push_back(HostValueJson(value));
+    }
+    records_.journal.push_back("SendRequest " + std::string(MethodText(recorded.method)) + " " + recorded.path);
+    records_.requests.push_back(recorded);
+    try {
+        Respond(response, recorded, arguments);
+    } catch (const std::exception& error) {
+        Fill(response, ScriptedAnswer::Failure(500, error.what()));
+    }
+}
+
+void SimulatedHost::Respond(HostResponse& response, const RecordedRequest& request,
+                            const std::vector<wex::BindingProperty>& arguments) {
+    const std::string_view path = request.path;
+    const bool post = request.method == HostMethodPost;
+    if (const auto scripted = answers_.find(std::make_pair(request.method, request.path)); scripted != answers_.end()) {
+        Fill(response, scripted->second);
+    } else if (post && path.substr(0, kTelemetryPrefix.size()) == kTelemetryPrefix) {
+        Fill(response, ScriptedAnswer());
+    } else if (post && path == kInvokePath) {
+        Invoke(response, arguments);
+    } else if (post && path == kUuidRequestsPath) {
+        StartServiceProxyCall(response, arguments, true);
+    } else if (post && path == kMethodRequestsPath) {
+        StartServiceProxyCall(response, arguments, false);
+    } else if (const auto resource = resources_.find(path);
+               request.method == HostMethodGet && resource != resources_.end()) {
+        ScriptedAnswer answer;
+        answer.value = resource->second;
+        Fill(response, answer);
+    } else {
+        Fill(response, ScriptedAnswer::Failure(404, "Not found"));
+    }
+}
+
+void SimulatedHost::Fill(HostResponse& response, const ScriptedAnswer& answer) {
+    response = HostResponse{};
+    response.release = &ReleaseResponse;
+    response.status = answer.status;
+    if (!answer.error.empty()) {
+        response.error = CopyText(answer.error);
+        response.errorFlag = 1;
+    } else if (!answer.chunks.empty() || answer.streamFails) {
+        auto stream = std::make_unique<ScriptedStream>(answer.chunks, answer.streamFails);
+        response.streamRead = &ScriptedStream::ReadFunction;
+        response.streamClose = &ScriptedStream::CloseFunction;
+        response.expectedStreamLength = stream->Length();
+        response.streamProducer = stream.get();
+        streams_.push_back(std::move(stream));
+    } else if (!answer.value.IsEmpty()) {
+        response.result = OwnedHostValue(answer.value).Release();
+    }
+}
+
+// Server calls through the login plug-in: (destination, method, arguments).
+void SimulatedHost::Invoke(HostResponse& response, const std::vector<wex::BindingProperty>& arguments) {
+    const ServerAnswer answer = server_.Answer(arguments.size() > 0 ? arguments[0].AsString() : "",
+                                               arguments.size() > 1 ? arguments[1].AsString() : "");
+    if (!answer.error.empty()) {
+        Fill(response, ScriptedAnswer::Failure(answer.status, answer.error));
+        return;
+    }
+    ScriptedAnswer lcdsResponse;
+    lcdsResponse.value = Structure({{"typeName", String(answer.className)}, {"body", answer.body}});
+    Fill(response, lcdsResponse);
+}
+
+// Uuid requests: (service, method, host context, payload), answered with a
+// uuid and later by a uuid event. Method requests: (service, method, response
+// method, extra argument, host context, payload), answered by a method event
+// under the response method.
+void SimulatedHost::StartServiceProxyCall(HostResponse& response, const std::vector<wex::BindingProperty>& arguments,
+                                          bool uuidRequest) {
+    const std::string_view service = arguments.size() > 0 ? arguments[0].AsString() : "";
+    const std::string_view method = arguments.size() > 1 ? arguments[1].AsString() : "";
+    const ServerAnswer answer = server_.Answer(service, method);
+    std::string uuid;
+    ScriptedAnswer started;
+    if (uuidRequest) {
+        uuid = "00000000-0000-0000-0000-" + std::to_string(1000000000000 + nextUuid_++).substr(1);
+        started.value = String(uuid);
+    }
+    const std::string_view answeredMethod = uuidRequest || arguments.size() < 3 ? method : arguments[2].AsString();
+    const wex::BindingProperty event =
+        Structure({{"uuid", String(uuid)},
+                   {"serviceName", String(service)},
+                   {"methodName", String(answeredMethod)},
+                   {"payload", String(answer.error.empty() ? wex::WriteJson(answer.body) : "")},
+                   {"status", String(answer.error.empty() ? "200" : std::to_string(answer.status))},
+                   {"error", String(answer.error)}});
+    const std::string name = uuidRequest ? "OnServiceProxyUuidEvent" : "OnServiceProxyMethodEvent";
+    if (answer.turns == ServerAnswer::kDuringRequest) {
+        Deliver(name, event);
+    } else if (answer.turns != ServerAnswer::kNever) {
+        loop_.QueueAnswer(answer.turns, name, event);
+    }
+    Fill(response, started);
+}
+
+void SimulatedHost::OnSendEvent(const HostEvent& event) {
+    const HostValue payload = event.payload;
+    records_.events.push_back({Text(event.name), HostValueJson(payload)});
+    records_.journal.push_back("SendEvent " + Text(event.name));
+}
+
+void SimulatedHost::OnSubscribe(const char* name, std::uint32_t hostContext, HostEventCallback callback, void* userData,
+                                std::uint32_t flag) {
+    const std::string eventName = Text(name);
+    records_.subscriptions.push_back({eventName, flag});
+    records_.journal.push_back("SubscribeHostEvent " + eventName + " " + std::to_string(flag));
+    RemoveSubscriber(eventName, hostContext);
+    if (callback != nullptr) {
+        subscribers_.push_back({eventName, hostContext, callback, userData});
+    }
+}
+
+void SimulatedHost::OnUnsubscribe(const char* name, std::uint32_t hostContext) {
+    const std::string eventName = Text(name);
+    records_.unsubscriptions.push_back(eventName);
+    records_.journal.push_back("UnsubscribeHostEvent " + eventName);
+    RemoveSubscriber(eventName, hostContext);
+}
+
+void SimulatedHost::RemoveSubscriber(const std::string& name, std::uint32_t hostContext) {
+    std::erase_if(subscribers_, [&](const Subscriber& subscriber) {
+        return subscriber.name == name && subscriber.hostContext == hostContext;
+    });
+}
+
+void SimulatedHost::OnSchedule(const char* label, HostScheduledCallback callback, void* userData, double delaySeconds) {
+    records_.schedules.push_back({Text(label), delaySeconds});
+    records_.journal.push_back("ScheduleCallback " + Text(label) + " " + NumberText(delaySeconds));
+    if (callback != nullptr) {
+        loop_.Schedule(callback, userData, delaySeconds);
+    }
+}
+
+void SimulatedHost::OnYield() {
+    ++records_.yields;
+    records_.journal.push_back("YieldToHost");
+    loop_.RunTurn();
+}
+
+}  // namespace tav::host

@@ -1,0 +1,130 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "binding/property.h"
+#include "endpoint_call.h"
+#include "game_server.h"
+#include "host_loop.h"
+#include "host_records.h"
+#include "plugin/boundary.h"
+#include "plugin_library.h"
+#include "scripted_answer.h"
+
+namespace tav::host {
+
+// The platform's core process in miniature, for one plug-in on one thread:
+// the CoreApi table the plug-in is started with, a cooperative loop with a
+// virtual clock (YieldToHost runs one turn of it), the other plug-ins'
+// resources and the login plug-in's server-call endpoints, a game server
+// that tests script, and records of everything the plug-in asked.
+//
+// Requests are answered, in this order of precedence, by scripted answers
+// (Answer), the telemetry endpoint, the login plug-in's invoke and
+// service-proxy endpoints (answered from the game server), and resources
+// (GET answers the current value); anything else fails with 404.
+class SimulatedHost {
+  public:
+    explicit SimulatedHost(std::uint32_t hostContext = 7);
+    SimulatedHost(const SimulatedHost&) = delete;
+    SimulatedHost& operator=(const SimulatedHost&) = delete;
+    ~SimulatedHost();
+
+    // The start record, valid as long as the host.
+    const PluginStartInfo& StartInfo() const { return startInfo_; }
+    // Starts a loaded plug-in with this host and keeps its API table.
+    bool Start(PluginLibrary& plugin);
+    // Stops the plug-in and forgets what it left queued and subscribed.
+    void Stop(PluginLibrary& plugin);
+
+    // ---- Scripts -----------------------------------------------------------
+
+    // The answer to every request of method on path (the whole path, query included).
+    void Answer(std::uint32_t method, const std::string& path, ScriptedAnswer answer);
+    // Sets a resource to a JSON value; subscribers of its event get a Create
+    // (a new resource) or an Update on the next turn.
+    void SetResource(const std::string& uri, std::string_view json);
+    // Removes a resource; subscribers get a Delete on the next turn.
+    void DeleteResource(const std::string& uri);
+    void ScriptServer(const std::string& destination, const std::string& method, ServerAnswer answer);
+    // Queues a message that the server pushed, with a body of JSON text.
+    void PushServerMessage(const std::string& typeName, std::string_view body);
+    // Queues an event with a payload of JSON text.
+    void QueueEvent(const std::string& name, std::string_view payload);
+    // Hands the subscribers of name a payload at once, as it is.
+    void DeliverNow(const std::string& name, const HostValue& payload);
+
+    // ---- The loop ----------------------------------------------------------
+
+    void RunTurn() { loop_.RunTurn(); }
+    std::size_t RunUntilIdle(std::size_t maxTurns = 100) { return loop_.RunUntilIdle(maxTurns); }
+    void AdvanceClock(double seconds) { loop_.AdvanceClock(seconds); }
+    double Now() const { return loop_.Now(); }
+
+    // ---- The plug-in's API -------------------------------------------------
+
+    EndpointAnswer CallEndpoint(std::uint32_t method, const std::string& pathWithQuery, const std::string& body = {},
+                                const std::string& contentType = {});
+
+    // ---- What happened -----------------------------------------------------
+
+    const HostRecords& Records() const { return records_; }
+    void ClearRecords() { records_ = HostRecords(); }
+    // Subscriptions in place now, by event name.
+    std::size_t SubscriberCount(const std::string& name) const;
+    // The streams handed out, in order; they live as long as the host.
+    const std::vector<std::unique_ptr<ScriptedStream>>& Streams() const { return streams_; }
+
+  private:
+    struct Subscriber {
+        std::string name;
+        std::uint32_t hostContext;
+        HostEventCallback callback;
+        void* userData;
+    };
+    // The table the plug-in sees, followed by the way back to its owner.
+    struct Table {
+        CoreApi api;
+        SimulatedHost* owner;
+    };
+    static SimulatedHost& Owner(const CoreApi* api);
+
+    void OnSendRequest(HostResponse& response, const HostRequest& request);
+    void OnSendEvent(const HostEvent& event);
+    void OnSubscribe(const char* name, std::uint32_t hostContext, HostEventCallback callback, void* userData,
+                     std::uint32_t flag);
+    void OnUnsubscribe(const char* name, std::uint32_t hostContext);
+    void OnSchedule(const char* label, HostScheduledCallback callback, void* userData, double delaySeconds);
+    void OnYield();
+
+    void RemoveSubscriber(const std::string& name, std::uint32_t hostContext);
+
+    void Respond(HostResponse& response, const RecordedRequest& request,
+                 const std::vector<wex::BindingProperty>& arguments);
+    void Fill(HostResponse& response, const ScriptedAnswer& answer);
+    void Invoke(HostResponse& response, const std::vector<wex::BindingProperty>& arguments);
+    void StartServiceProxyCall(HostResponse& response, const std::vector<wex::BindingProperty>& arguments,
+                               bool uuidRequest);
+    void Deliver(const std::string& name, const wex::BindingProperty& payload);
+    void PublishResourceChange(const std::string& uri, const char* eventType, const wex::BindingProperty& data);
+
+    Table table_{};
+    PluginStartInfo startInfo_{};
+    const HostApiTable* apiTable_ = nullptr;
+    HostLoop loop_;
+    HostRecords records_;
+    std::vector<Subscriber> subscribers_;
+    std::map<std::pair<std::uint32_t, std::string>, ScriptedAnswer> answers_;
+    std::map<std::string, wex::BindingProperty, std::less<>> resources_;
+    GameServer server_;
+    std::uint64_t nextUuid_ = 1;
+    std::vector<std::unique_ptr<ScriptedStream>> streams_;
+};
+
+}  // namespace tav::host
