@@ -1,17 +1,31 @@
 #include "host/plugin_base.h"
 
+#include <vector>
+
 #include "binding/type_identity.h"
 
 namespace wex {
 
 PluginBase::~PluginBase() = default;
 
-void PluginBase::Finalize() {}
-
 void PluginBase::Connect(std::uint32_t hostContext, std::string name, std::string userAgent) {
     hostContext_ = hostContext;
     name_ = std::move(name);
     userAgent_ = std::move(userAgent);
+}
+
+void PluginBase::Finalize() {
+    std::vector<std::string> names;
+    for (const auto& entry : hostEventHandlers_) {
+        names.push_back(entry.first);
+    }
+    for (const std::string& name : names) {
+        UnsubscribeHostEvent(name.c_str(), hostContext_);
+    }
+    hostEventHandlers_.clear();
+    lcdsHandlers_.clear();
+    serviceProxy_.Clear();
+    observers_.Clear();
 }
 
 void PluginBase::RegisterLcdsClassName(std::string typeName, const BindingTypeIdentity& type, std::string className) {

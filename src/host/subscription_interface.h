@@ -6,11 +6,11 @@ namespace wex {
 
 // Subscriptions to the change events of a resource URI. The base does nothing.
 class SubscriptionInterface {
-public:
+  public:
     virtual void SubscribeToEvent(const std::string& uri);
     virtual void UnsubscribeFromEvent(const std::string& uri);
 
-protected:
+  protected:
     ~SubscriptionInterface() = default;
 };
 

@@ -10,8 +10,10 @@
 #include "diagnostics/format_message.h"
 #include "diagnostics/log_system.h"
 #include "platform/event_tracing.h"
+#include "plugin/framework_types.h"
 #include "plugin/memory_accounting.h"
 #include "plugin/plugin_log_target.h"
+#include "plugin/telemetry_sender.h"
 
 namespace wex {
 
@@ -42,6 +44,7 @@ void AppModule::Load(PluginLoadInfo& info) {
     pluginName_ = MakePluginName(constructedName_, kBackendPluginType);
     apiTags_ = {"Plugins", "Plugin " + pluginName_.shortName};
     typeNamespace_ = MakeIdentifier(pluginName_.shortName);
+    RegisterFrameworkTypes(registry_);
     RegisterRoutesAndTypes();
     apiTable_.Build(registry_, routes_.Routes(), this);
     state_ = ModuleState::Registered;
@@ -65,6 +68,8 @@ bool AppModule::Start(const PluginStartInfo* info) {
     }
     const std::string userAgent = FormatMessage("OrvelClient/%1 (%2)", {hostApiVersion_.ToString(), ShortName()});
     Connect(info->hostContext, ShortName(), userAgent);
+    telemetry_ = std::make_unique<TelemetrySender>(*this);
+    RegisterServiceProxyHandlers();
     state_ = ModuleState::Started;
     return OnStart();
 }

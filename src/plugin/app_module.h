@@ -17,6 +17,7 @@
 namespace wex {
 
 class PluginLogTarget;
+class TelemetrySender;
 
 enum class ModuleState { Constructed, Registered, Started, Finalizing, Finalized };
 
@@ -74,6 +75,8 @@ public:
     const ApiVersion& HostApiVersion() const { return hostApiVersion_; }
     const PluginStartInfo* StartInfo() const { return startInfo_; }
     const PluginCallbacks& Callbacks() const { return callbacks_; }
+    // Null before Start.
+    TelemetrySender* Telemetry() const { return telemetry_.get(); }
     const HostApiTable& ApiTable() const { return apiTable_.Table(); }
     RouteList Routes() const { return routes_.Routes(); }
     ModuleState State() const { return state_; }
@@ -103,6 +106,7 @@ private:
     std::vector<std::string> apiTags_;
     BindingTypeRegistry registry_;
     const PluginStartInfo* startInfo_ = nullptr;
+    std::unique_ptr<TelemetrySender> telemetry_;
     PluginCallbacks callbacks_;
     RouteTable routes_;
     PackedApiTable apiTable_;

@@ -1,19 +1,21 @@
 // The built shared library, loaded and driven through its C entry only.
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <set>
 #include <sstream>
 #include <string>
+#include <vector>
 
 #include "plugin_library.h"
-#include "support/recording_core.h"
+#include "simulated_host.h"
 #include "support/run_command.h"
 
 namespace {
 
 using tav::host::CoreVersion;
 using tav::host::PluginLibrary;
-using tav::test::RecordingCore;
+using tav::host::SimulatedHost;
 
 TEST(LibraryBoundary, ExportsOnlyItsEntry) {
     std::istringstream symbols(tav::test::RunCommand(std::string("nm -D --defined-only ") + TAV_PLUGIN_PATH).output);
@@ -65,10 +67,16 @@ TEST(LibraryBoundary, StartsAndStopsWithAHostTable) {
     PluginLibrary library;
     ASSERT_TRUE(library.Open(TAV_PLUGIN_PATH)) << library.error();
     ASSERT_TRUE(library.Load(CoreVersion{}));
-    RecordingCore core;
-    EXPECT_TRUE(library.Start(core.StartInfo()));
-    library.Stop();
+    SimulatedHost host;
+    EXPECT_TRUE(host.Start(library));
+    const std::vector<std::string> proxyEvents = {"OnServiceProxyAsyncEvent", "OnServiceProxyMethodEvent",
+                                                  "OnServiceProxyUuidEvent"};
+    for (const std::string& name : proxyEvents) {
+        EXPECT_EQ(host.SubscriberCount(name), 1u) << name;
+    }
+    host.Stop(library);
     EXPECT_FALSE(library.loaded());
+    EXPECT_THAT(host.Records().unsubscriptions, ::testing::IsSupersetOf(proxyEvents));
 }
 
 using LibraryBoundaryDeathTest = ::testing::Test;

@@ -6,12 +6,12 @@
 #include "diagnostics/log_system.h"
 
 #include "plugin/plugin_loader.h"
-#include "support/recording_core.h"
+#include "support/hosted_module.h"
 
 namespace wex {
 namespace {
 
-using tav::test::RecordingCore;
+using tav::test::HostedModule;
 
 class TestModule : public AppModule {
 public:
@@ -86,74 +86,87 @@ TEST(AppModuleLoadDeathTest, LogsWhyBeforeStopping) {
 
 class AppModuleStart : public ::testing::Test {
 protected:
-    void SetUp() override {
-        info = CoreVersion(18, 3, 1);
-        module = Load(info);
-        ASSERT_NE(module, nullptr);
-    }
-    void TearDown() override {
-        if (module != nullptr) {
-            info.callbacks->Stop(info.context);
-        }
-    }
-
-    PluginLoadInfo info;
-    TestModule* module = nullptr;
-    RecordingCore core;
+    HostedModule<TestModule> hosted{tav::host::CoreVersion{18, 3, 1}, 42};
+    TestModule& module = hosted.module();
+    const tav::host::HostRecords& records = hosted.records();
 };
 
 TEST_F(AppModuleStart, BuildsTheUserAgentFromTheCoreVersion) {
-    const PluginStartInfo start = core.StartInfo(42);
-    ASSERT_TRUE(info.callbacks->Start(info.context, &start));
-    EXPECT_EQ(module->UserAgent(), "OrvelClient/18.3.1 (tav-leagues)");
-    EXPECT_EQ(module->HostContext(), 42u);
-    EXPECT_EQ(module->Name(), "tav-leagues");
-    EXPECT_EQ(module->StartInfo(), &start);
-    EXPECT_EQ(module->State(), ModuleState::Started);
-    EXPECT_EQ(module->startCount, 1);
+    ASSERT_TRUE(hosted.Start());
+    EXPECT_EQ(module.UserAgent(), "OrvelClient/18.3.1 (tav-leagues)");
+    EXPECT_EQ(module.HostContext(), 42u);
+    EXPECT_EQ(module.Name(), "tav-leagues");
+    EXPECT_EQ(module.StartInfo(), &hosted.host().StartInfo());
+    EXPECT_EQ(module.State(), ModuleState::Started);
+    EXPECT_EQ(module.startCount, 1);
 }
 
 TEST_F(AppModuleStart, AnswersWhatOnStartAnswers) {
-    module->startAnswer = false;
-    const PluginStartInfo start = core.StartInfo();
-    EXPECT_FALSE(info.callbacks->Start(info.context, &start));
+    module.startAnswer = false;
+    EXPECT_FALSE(hosted.Start());
 }
 
 TEST_F(AppModuleStart, RefusesAMissingStartRecordOrTable) {
-    EXPECT_FALSE(info.callbacks->Start(info.context, nullptr));
+    const PluginCallbacks& callbacks = module.Callbacks();
+    EXPECT_FALSE(callbacks.Start(&module, nullptr));
     const PluginStartInfo noTable{nullptr, 1};
-    EXPECT_FALSE(info.callbacks->Start(info.context, &noTable));
-    EXPECT_FALSE(info.callbacks->Start(nullptr, &noTable));
-    EXPECT_EQ(module->startCount, 0);
+    EXPECT_FALSE(callbacks.Start(&module, &noTable));
+    EXPECT_FALSE(callbacks.Start(nullptr, &noTable));
+    EXPECT_EQ(module.startCount, 0);
+}
+
+TEST_F(AppModuleStart, RegistersTheThreeServiceProxyEventsAndTheTelemetrySender) {
+    EXPECT_EQ(module.Telemetry(), nullptr);
+    ASSERT_TRUE(hosted.Start());
+    EXPECT_EQ(records.journal, (std::vector<std::string>{"SubscribeHostEvent OnServiceProxyUuidEvent 1",
+                                                         "SubscribeHostEvent OnServiceProxyMethodEvent 1",
+                                                         "SubscribeHostEvent OnServiceProxyAsyncEvent 1"}));
+    EXPECT_NE(module.Telemetry(), nullptr);
+}
+
+TEST_F(AppModuleStart, StopUnregistersEveryHostEventOnceInTableOrder) {
+    ASSERT_TRUE(hosted.Start());
+    module.SubscribeToEvent("/tav-login/v1/session");
+    module.SubscribeToEvent("/tav-login/v1/session/other");
+    module.SubscribeLcdsEvent("com.example.Message", [](const PluginLcdsEvent&) {});
+    hosted.Stop();
+    EXPECT_EQ(records.unsubscriptions,
+              (std::vector<std::string>{"OnJsonApiEvent_tav-login_v1_session", "OnLcdsEvent_com_example_Message",
+                                        "OnServiceProxyAsyncEvent", "OnServiceProxyMethodEvent",
+                                        "OnServiceProxyUuidEvent"}));
 }
 
 TEST_F(AppModuleStart, ForwardsTheHostSlotsToTheTable) {
-    const PluginStartInfo start = core.StartInfo();
-    ASSERT_TRUE(info.callbacks->Start(info.context, &start));
-    EXPECT_EQ(module->CoreEntry1(2, 3), 5u);
-    module->SubscribeHostEvent("OnSomething", 7, nullptr, nullptr, 0);
-    module->UnsubscribeHostEvent("OnSomething", 7);
-    EXPECT_EQ(core.subscriptions, std::vector<std::string>{"OnSomething"});
-    EXPECT_EQ(core.unsubscriptions, std::vector<std::string>{"OnSomething"});
+    ASSERT_TRUE(hosted.Start());
+    hosted.host().ClearRecords();
+    module.CoreEntry1(2, 3);
+    module.SubscribeHostEvent("OnSomething", 7, nullptr, nullptr, 0);
+    module.UnsubscribeHostEvent("OnSomething", 7);
+    module.ScheduleCallback("later", nullptr, nullptr, 1.5, 0);
+    module.BeginWait("waiting", 0);
+    module.YieldToHost();
+    module.EndWait();
+    EXPECT_EQ(records.journal,
+              (std::vector<std::string>{"CoreEntry1 2 3", "SubscribeHostEvent OnSomething 0",
+                                        "UnsubscribeHostEvent OnSomething", "ScheduleCallback later 1.5",
+                                        "BeginWait waiting", "YieldToHost", "EndWait"}));
 }
 
 TEST_F(AppModuleStart, ForwardsTheLogToTheHostInItsPattern) {
-    const PluginStartInfo start = core.StartInfo();
-    ASSERT_TRUE(info.callbacks->Start(info.context, &start));
+    ASSERT_TRUE(hosted.Start());
     LogMessage(LogLevel::Warn, LogCategory::Dbg | LogCategory::Net, "hello %d", 5);
     LogMessage(LogLevel::Okay, LogCategory::Gen, "okay lines pass now");
     LogMessage(LogLevel::Always, LogCategory::Xtr, "extra lines never");
-    ASSERT_EQ(core.logLines.size(), 2u);
-    EXPECT_EQ(core.logLines[0].level, 1);
-    EXPECT_THAT(core.logLines[0].text,
+    ASSERT_EQ(records.logLines.size(), 2u);
+    EXPECT_EQ(records.logLines[0].level, 1);
+    EXPECT_THAT(records.logLines[0].text,
                 ::testing::MatchesRegex(R"(....-..-..T..:..:..\....\|   WARN\| DBG;NET\| hello 5\s)"));
-    EXPECT_EQ(core.logLines[1].level, 0);
-    EXPECT_THAT(core.logLines[1].text, ::testing::EndsWith("|   OKAY| GEN| okay lines pass now\n"));
+    EXPECT_EQ(records.logLines[1].level, 0);
+    EXPECT_THAT(records.logLines[1].text, ::testing::EndsWith("|   OKAY| GEN| okay lines pass now\n"));
 }
 
 TEST_F(AppModuleStart, TakesTheLogOverFromTheConsoleTargets) {
-    const PluginStartInfo start = core.StartInfo();
-    ASSERT_TRUE(info.callbacks->Start(info.context, &start));
+    ASSERT_TRUE(hosted.Start());
     const BuiltinLogTargets builtins = GetBuiltinLogTargets();
     for (LogTargetInterface* target : {builtins.standardError, builtins.standardOutput, builtins.debugger}) {
         EXPECT_FALSE(target->IsActive(target)) << target->GetName(target);
@@ -164,20 +177,20 @@ TEST_F(AppModuleStart, TakesTheLogOverFromTheConsoleTargets) {
 }
 
 TEST_F(AppModuleStart, ASecondStartLeavesTheLogAlone) {
-    const PluginStartInfo start = core.StartInfo();
-    ASSERT_TRUE(info.callbacks->Start(info.context, &start));
+    ASSERT_TRUE(hosted.Start());
     SetMinimumLevel(LogLevel::Warn);
-    ASSERT_TRUE(info.callbacks->Start(info.context, &start));
+    ASSERT_TRUE(hosted.Start());
     EXPECT_EQ(MinimumLevel(), LogLevel::Warn);
     LogMessage(LogLevel::Error, LogCategory::Dbg, "once");
-    EXPECT_EQ(core.logLines.size(), 1u);
-    EXPECT_EQ(module->startCount, 2);
+    EXPECT_EQ(records.logLines.size(), 1u);
+    EXPECT_EQ(module.startCount, 2);
 }
 
 TEST_F(AppModuleStart, TheHostSlotsDoNothingBeforeStart) {
-    EXPECT_EQ(module->CoreEntry1(2, 3), 0u);
-    module->YieldToHost();
-    EXPECT_TRUE(core.subscriptions.empty());
+    EXPECT_EQ(module.CoreEntry1(2, 3), 0u);
+    module.YieldToHost();
+    module.SubscribeHostEvent("OnSomething", 7, nullptr, nullptr, 0);
+    EXPECT_TRUE(records.journal.empty());
 }
 
 }  // namespace

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <mutex>
+
+namespace wex {
+
+class PluginBase;
+
+// A callable waiting for the host's scheduler. Its address is the user data
+// of the host's callback, so it stays put until it has run.
+struct ScheduledCallback {
+    PluginBase* module;
+    std::uint64_t id;
+    std::function<void()> callable;
+};
+
+// The module's scheduled callables by id, ids counting from 1, under one lock
+// that is never held while a callable runs.
+class ScheduledCallbacks {
+  public:
+    ScheduledCallback& Add(PluginBase& module, std::function<void()> callable);
+    void Remove(std::uint64_t id);
+    std::size_t Count() const;
+
+  private:
+    mutable std::mutex mutex_;
+    std::uint64_t nextId_ = 1;
+    std::map<std::uint64_t, ScheduledCallback> entries_;
+};
+
+}  // namespace wex

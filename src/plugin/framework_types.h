@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstdint>
+#include <type_traits>
+
+#include "binding/type_identity.h"
+#include "host/framework_records.h"
+
+namespace wex {
+
+class BindingTypeRegistry;
+
+enum class PluginManagerState : std::int32_t { NotReady = 0, PluginsInitialized = 1 };
+
+// The plug-in manager's resource.
+struct PluginManagerResource {
+    PluginManagerState state = PluginManagerState::NotReady;
+};
+
+template <>
+struct NativeTypeId<PluginManagerState> : std::integral_constant<std::uint32_t, 0xF4E3B901> {};
+template <>
+struct NativeTypeId<PluginManagerResource> : std::integral_constant<std::uint32_t, 0xFA58397C> {};
+
+// Registers the records that every plug-in of the platform shares, under the
+// name space "hclient": the plug-in manager's state and resource, resource
+// events, server messages and answers, service-proxy answers, and the five
+// events that carry them. Names registered before are left as they are.
+void RegisterFrameworkTypes(BindingTypeRegistry& registry);
+
+}  // namespace wex
