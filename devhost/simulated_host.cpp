@@ -1,6 +1,7 @@
 #include "simulated_host.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstring>
 #include <exception>
 #include <sstream>
@@ -20,6 +21,8 @@ constexpr std::string_view kInvokePath = "/tav-login/v1/session/invoke";
 constexpr std::string_view kUuidRequestsPath = "/tav-login/v1/service-proxy-uuid-requests";
 constexpr std::string_view kMethodRequestsPath = "/tav-login/v1/service-proxy-method-requests";
 
+std::atomic<std::size_t> unreleasedResponses{0};
+
 const char* CopyText(const std::string& text) {
     char* copy = new char[text.size() + 1];
     std::memcpy(copy, text.c_str(), text.size() + 1);
@@ -31,6 +34,7 @@ void ReleaseResponse(HostResponse* response) {
     if (response == nullptr) {
         return;
     }
+    --unreleasedResponses;
     HostValue result = response->result;
     wex::ReleaseHostValue(result);
     if (response->errorFlag != 0) {
@@ -192,6 +196,8 @@ void SimulatedHost::Deliver(const std::string& name, const wex::BindingProperty&
     DeliverNow(name, value.Get());
 }
 
+std::size_t SimulatedHost::UnreleasedResponses() { return unreleasedResponses; }
+
 std::size_t SimulatedHost::SubscriberCount(const std::string& name) const {
     return static_cast<std::size_t>(std::count_if(subscribers_.begin(), subscribers_.end(),
                                                   [&name](const Subscriber& s) { return s.name == name; }));
@@ -259,6 +265,7 @@ void SimulatedHost::Respond(HostResponse& response, const RecordedRequest& reque
 void SimulatedHost::Fill(HostResponse& response, const ScriptedAnswer& answer) {
     response = HostResponse{};
     response.release = &ReleaseResponse;
+    ++unreleasedResponses;
     response.status = answer.status;
     if (!answer.error.empty()) {
         response.error = CopyText(answer.error);

@@ -78,6 +78,8 @@ class SimulatedHost {
     void ClearRecords() { records_ = HostRecords(); }
     // Subscriptions in place now, by event name.
     std::size_t SubscriberCount(const std::string& name) const;
+    // Responses of any simulated host that the plug-in has not released yet.
+    static std::size_t UnreleasedResponses();
     // The streams handed out, in order; they live as long as the host.
     const std::vector<std::unique_ptr<ScriptedStream>>& Streams() const { return streams_; }
 

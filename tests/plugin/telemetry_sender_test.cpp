@@ -1,0 +1,63 @@
+#include "plugin/telemetry_sender.h"
+
+#include <gtest/gtest.h>
+
+#include "plugin/app_module.h"
+#include "support/hosted_module.h"
+
+namespace wex {
+namespace {
+
+using tav::host::ScriptedAnswer;
+using tav::host::SimulatedHost;
+
+class TelemetryModule : public AppModule {
+  public:
+    TelemetryModule() : AppModule("tav-telemetry") {}
+};
+
+class TelemetrySenderTest : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        ASSERT_TRUE(hosted.Start());
+        hosted.host().ClearRecords();
+    }
+
+    std::map<std::string, BindingProperty> Data() {
+        std::map<std::string, BindingProperty> data;
+        data["count"].SetUnsigned(3);
+        data["where"].SetString("lobby");
+        return data;
+    }
+
+    // Made by Start.
+    TelemetrySender& Sender() { return *hosted.module().Telemetry(); }
+
+    tav::test::HostedModule<TelemetryModule> hosted;
+};
+
+TEST_F(TelemetrySenderTest, PostsTheDataAsOneStructureUnderTheEventName) {
+    const std::size_t unreleased = SimulatedHost::UnreleasedResponses();
+    auto sent = Sender().SendTelemetry("login-started", Data());
+    ASSERT_EQ(sent.wait_for(std::chrono::seconds(0)), std::future_status::ready);
+    EXPECT_TRUE(sent.get().HasValue());
+    ASSERT_EQ(hosted.records().requests.size(), 1u);
+    const tav::host::RecordedRequest& request = hosted.records().requests[0];
+    EXPECT_EQ(request.method, HostMethodPost);
+    EXPECT_EQ(request.path, "/telemetry/v1/events/login-started");
+    EXPECT_EQ(request.arguments, std::vector<std::string>{R"({"count":3,"where":"lobby"})"});
+    EXPECT_EQ(SimulatedHost::UnreleasedResponses(), unreleased);
+}
+
+TEST_F(TelemetrySenderTest, AFailureReachesOnlyTheFuture) {
+    hosted.host().Answer(HostMethodPost, "/telemetry/v1/events/x", ScriptedAnswer::Failure(500, "boom"));
+    auto sent = Sender().SendTelemetry("x", {});
+    const auto result = sent.get();
+    ASSERT_TRUE(result.HasFailure());
+    EXPECT_EQ(result.GetFailure().Message(), "Error response for POST /telemetry/v1/events/x: boom");
+    EXPECT_EQ(hosted.records().requests[0].arguments, std::vector<std::string>{"{}"});
+    EXPECT_TRUE(hosted.records().logLines.empty());
+}
+
+}  // namespace
+}  // namespace wex
