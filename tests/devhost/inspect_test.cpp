@@ -5,8 +5,8 @@
 
 namespace {
 
-using ::testing::HasSubstr;
 using tav::test::RunCommand;
+using ::testing::HasSubstr;
 
 const std::string kHost = TAV_HOST_PATH;
 
@@ -33,8 +33,9 @@ TEST(TavHostInspect, RefusesAMalformedCoreVersion) {
         SCOPED_TRACE(version);
         const auto result = RunCommand(kHost + " inspect --core-version '" + version + "'");
         EXPECT_EQ(result.exitCode, 2);
-        EXPECT_EQ(result.output, std::string("tav-host: --core-version takes major.minor.patch, for example 18.0.0, not '") +
-                                     version + "'\n");
+        EXPECT_EQ(result.output,
+                  std::string("tav-host: --core-version takes major.minor.patch, for example 18.0.0, not '") + version +
+                      "'\n");
     }
 }
 

@@ -1,0 +1,108 @@
+#include "host_loop.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "codec/json_writer.h"
+
+namespace tav::host {
+namespace {
+
+// A loop whose deliveries and callbacks write one line each to a log.
+class HostLoopTest : public ::testing::Test {
+  protected:
+    // The loop calls back through a C function with the callable as user data.
+    static void Run(void* userData) { (*static_cast<std::function<void()>*>(userData))(); }
+
+    void Schedule(std::function<void()>& callable, double delay) { loop.Schedule(&Run, &callable, delay); }
+    std::function<void()> Note(std::string line) {
+        return [this, line] { log.push_back(line); };
+    }
+    static wex::BindingProperty Number(std::uint64_t value) {
+        wex::BindingProperty number;
+        number.SetUnsigned(value);
+        return number;
+    }
+
+    std::vector<std::string> log;
+    HostLoop loop{[this](const std::string& name, const wex::BindingProperty& payload) {
+        log.push_back(name + " " + wex::WriteJson(payload));
+    }};
+};
+
+TEST_F(HostLoopTest, ATurnRunsDueCallbacksThenEventsThenAnswers) {
+    std::function<void()> callback = Note("callback");
+    loop.QueueAnswer(1, "answer", Number(1));
+    loop.QueueEvent("event", Number(2));
+    Schedule(callback, 0);
+    loop.RunTurn();
+    EXPECT_EQ(log, (std::vector<std::string>{"callback", "event 2", "answer 1"}));
+    EXPECT_TRUE(loop.Idle());
+}
+
+TEST_F(HostLoopTest, WhatATurnQueuesRunsOnTheNextTurn) {
+    std::function<void()> second = Note("second");
+    std::function<void()> first = [&] {
+        log.push_back("first");
+        Schedule(second, 0);
+        loop.QueueEvent("event", Number(3));
+    };
+    Schedule(first, -1);
+    loop.RunTurn();
+    EXPECT_EQ(log, std::vector<std::string>{"first"});
+    loop.RunTurn();
+    EXPECT_EQ(log, (std::vector<std::string>{"first", "second", "event 3"}));
+}
+
+TEST_F(HostLoopTest, AnAnswerArrivesOnItsTurn) {
+    loop.QueueAnswer(3, "answer", Number(1));
+    loop.QueueAnswer(0, "next", Number(2));
+    loop.RunTurn();
+    EXPECT_EQ(log, std::vector<std::string>{"next 2"});
+    loop.RunTurn();
+    EXPECT_EQ(log.size(), 1u);
+    loop.RunTurn();
+    EXPECT_EQ(log, (std::vector<std::string>{"next 2", "answer 1"}));
+}
+
+TEST_F(HostLoopTest, TheClockBringsCallbacksDueInTheirOrder) {
+    std::function<void()> late = Note("late");
+    std::function<void()> early = Note("early");
+    Schedule(late, 10);
+    Schedule(early, 2.5);
+    EXPECT_EQ(loop.RunUntilIdle(10), 0u);
+    loop.AdvanceClock(2);
+    EXPECT_TRUE(log.empty());
+    loop.AdvanceClock(9);
+    EXPECT_EQ(log, (std::vector<std::string>{"early", "late"}));
+    EXPECT_EQ(loop.Now(), 11.0);
+}
+
+TEST_F(HostLoopTest, RunUntilIdleStopsAfterItsTurns) {
+    std::function<void()> again = [&] { Schedule(again, 0); };
+    Schedule(again, 0);
+    EXPECT_EQ(loop.RunUntilIdle(5), 5u);
+    EXPECT_FALSE(loop.Idle());
+    loop.Clear();
+    EXPECT_TRUE(loop.Idle());
+}
+
+TEST_F(HostLoopTest, ACallbackMayRunFurtherTurnsItself) {
+    std::function<void()> other = Note("other");
+    std::function<void()> nesting = [&] {
+        log.push_back("nesting");
+        loop.RunTurn();
+        log.push_back("nested turn over");
+    };
+    Schedule(nesting, 0);
+    loop.QueueEvent("event", Number(4));
+    loop.RunTurn();
+    EXPECT_EQ(log, (std::vector<std::string>{"nesting", "event 4", "nested turn over"}));
+    EXPECT_EQ(loop.Turns(), 2u);
+}
+
+}  // namespace
+}  // namespace tav::host

@@ -1,0 +1,126 @@
+#include "simulated_host.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+#include <string>
+
+#include "plugin/app_module.h"
+#include "support/hosted_module.h"
+
+namespace tav::host {
+namespace {
+
+using wex::BindingProperty;
+using wex::Failure;
+using wex::MaybeType;
+
+MaybeType<Failure, std::string> Echo(std::string text) {
+    return text;
+}
+
+// A module with a literal route beside a template one, and a failing route.
+class EndpointModule : public wex::AppModule {
+  public:
+    EndpointModule() : AppModule("tav-endpoints") {}
+    void RegisterRoutesAndTypes() override {
+        AddRoute(HostMethodGet, "/tav-test/v1/items/{id}", [](std::string id) {
+            return Echo("item " + id);
+        }).AddPathArgument("id", "");
+        AddRoute(HostMethodGet, "/tav-test/v1/items/special", [] { return Echo("special"); });
+        AddRoute(HostMethodGet, "/tav-test/v1/search", [](std::string q) {
+            return Echo("search " + q);
+        }).AddQueryArgument("q", "");
+        AddRoute(HostMethodPost, "/tav-test/v1/items/{id}/forbidden", [](std::string) -> MaybeType<Failure, void> {
+            return Failure(403, "Forbidden");
+        }).AddPathArgument("id", "");
+    }
+};
+
+class SimulatedHostTest : public ::testing::Test {
+  protected:
+    void SetUp() override { ASSERT_TRUE(hosted.Start()); }
+
+    test::HostedModule<EndpointModule> hosted;
+    SimulatedHost& host = hosted.host();
+};
+
+// A success leaves the status as the route left it: 0.
+TEST_F(SimulatedHostTest, CallsTheEndpointThatServesThePath) {
+    const struct {
+        std::uint32_t method;
+        const char* path;
+        std::uint32_t status;
+        const char* json;
+        const char* error;
+    } rows[] = {
+        {HostMethodGet, "/tav-test/v1/items/42", 0, R"("item 42")", ""},
+        {HostMethodGet, "/tav-test/v1/items/special", 0, R"("special")", ""},
+        {HostMethodGet, "/tav-test/v1/search?q=gold", 0, R"("search gold")", ""},
+        {HostMethodPost, "/tav-test/v1/items/7/forbidden", 403, "", "Forbidden"},
+        {HostMethodGet, "/tav-test/v1/items/", 404, "", "No endpoint for /tav-test/v1/items/"},
+        {HostMethodGet, "/tav-test/v1/items/1/2", 404, "", "No endpoint for /tav-test/v1/items/1/2"},
+        {HostMethodPut, "/tav-test/v1/items/42", 404, "", "No endpoint for /tav-test/v1/items/42"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.path);
+        const EndpointAnswer answer = host.CallEndpoint(row.method, row.path);
+        EXPECT_EQ(answer.status, row.status);
+        EXPECT_EQ(answer.json, row.json);
+        EXPECT_EQ(answer.error, row.error);
+        EXPECT_EQ(answer.failed, *row.error != '\0');
+    }
+}
+
+TEST_F(SimulatedHostTest, ResourcesAnswerTheirValueAndAnnounceChangesToSubscribersOnly) {
+    host.SetResource("/tav-test/v1/entry", R"({"a":1})");
+    EXPECT_EQ(host.RunUntilIdle(), 0u);
+    auto value = hosted.module().Request<BindingProperty>(HostMethodGet, "/tav-test/v1/entry");
+    ASSERT_TRUE(value.HasValue());
+    EXPECT_EQ(value.Value().Member("a").AsUInt64(), 1u);
+    host.DeleteResource("/tav-test/v1/entry");
+    EXPECT_EQ(hosted.module().Request<BindingProperty>(HostMethodGet, "/tav-test/v1/entry").GetFailure().Message(),
+              "Error response for GET /tav-test/v1/entry: Not found");
+}
+
+TEST_F(SimulatedHostTest, StoppingForgetsThePluginsSubscriptionsAndQueuedWork) {
+    hosted.module().SubscribeToEvent("/tav-test/v1/entry");
+    host.SetResource("/tav-test/v1/entry", "1");
+    hosted.Stop();
+    EXPECT_EQ(host.SubscriberCount("OnJsonApiEvent_tav-test_v1_entry"), 0u);
+    EXPECT_EQ(host.RunUntilIdle(), 0u);
+    EXPECT_EQ(host.CallEndpoint(HostMethodGet, "/tav-test/v1/items/1").error, "No plug-in is started");
+}
+
+TEST(ScriptedAnswer, RefusesScriptsThatAreNotJson) {
+    try {
+        (void)ScriptedAnswer::Json("{oops}");
+        FAIL() << "no exception";
+    } catch (const std::invalid_argument& error) {
+        EXPECT_STREQ(error.what(), "Error: Missing a name for object member. at offset 1.");
+    }
+}
+
+TEST(ScriptedStream, HandsOutEachChunkCutToTheSizeOffered) {
+    ScriptedStream stream({"abcdef", "gh"}, false);
+    char buffer[8];
+    std::uint32_t size = 4;
+    bool more = true;
+    ASSERT_TRUE(ScriptedStream::ReadFunction(&stream, buffer, &size, &more));
+    EXPECT_EQ(std::string(buffer, size), "abcd");
+    EXPECT_TRUE(more);
+    size = 8;
+    ASSERT_TRUE(ScriptedStream::ReadFunction(&stream, buffer, &size, &more));
+    EXPECT_EQ(std::string(buffer, size), "ef");
+    size = 8;
+    ASSERT_TRUE(ScriptedStream::ReadFunction(&stream, buffer, &size, &more));
+    EXPECT_EQ(std::string(buffer, size), "gh");
+    EXPECT_FALSE(more);
+    EXPECT_EQ(stream.Length(), 8u);
+    EXPECT_FALSE(ScriptedStream::ReadFunction(nullptr, buffer, &size, &more));
+    ScriptedStream::CloseFunction(&stream);
+    EXPECT_TRUE(stream.Closed());
+}
+
+}  // namespace
+}  // namespace tav::host
