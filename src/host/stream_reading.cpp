@@ -34,8 +34,9 @@ bool ReadStreamedBody(const HostResponse& response, std::string& text, const std
     const HostStreamReadFunction read = response.streamRead;
     void* const producer = response.streamProducer;
     const StreamCloser closer(response.streamClose, producer);
+    const std::uint64_t expectedLength = response.expectedStreamLength;
     text.clear();
-    text.reserve(static_cast<std::size_t>(std::min<std::uint64_t>(response.expectedStreamLength, kMaxReservation)));
+    text.reserve(static_cast<std::size_t>(std::min(expectedLength, kMaxReservation)));
     std::array<char, kStreamChunkSize> chunk;
     bool more = true;
     while (more) {

@@ -40,12 +40,16 @@ TEST(LibraryBoundary, LoadFillsTheRecordWithItsOwnVersionAndName) {
     EXPECT_EQ(info.major, 18u);
     EXPECT_EQ(info.minor, 0u);
     EXPECT_EQ(info.patch, 0u);
-    EXPECT_STREQ(info.shortName, "tav-leagues");
-    ASSERT_NE(info.callbacks, nullptr);
-    EXPECT_NE(info.callbacks->Start, nullptr);
-    EXPECT_NE(info.callbacks->Stop, nullptr);
-    EXPECT_NE(info.callbacks->GetMemoryStats, nullptr);
-    ASSERT_NE(info.apiTable, nullptr);
+    // Packed fields are copied before gtest binds references to them.
+    const char* const shortName = info.shortName;
+    const PluginCallbacks* const callbacks = info.callbacks;
+    const HostApiTable* const apiTable = info.apiTable;
+    EXPECT_STREQ(shortName, "tav-leagues");
+    ASSERT_NE(callbacks, nullptr);
+    EXPECT_NE(callbacks->Start, nullptr);
+    EXPECT_NE(callbacks->Stop, nullptr);
+    EXPECT_NE(callbacks->GetMemoryStats, nullptr);
+    ASSERT_NE(apiTable, nullptr);
 }
 
 TEST(LibraryBoundary, CountsItsOwnAllocations) {
