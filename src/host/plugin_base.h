@@ -123,18 +123,16 @@ class PluginBase : public SubscriptionInterface {
     template <class T, class Handler>
     void Observe(const std::string& uri, Handler handler) {
         auto observer = std::make_shared<const ResourceObserver>(
-            [this, handler = std::move(handler)](const PluginResourceEvent& event) {
+            [registry = typeRegistry_, handler = std::move(handler)](const PluginResourceEvent& event) {
                 if (event.eventType == PluginResourceEventType::Delete) {
                     handler(event.eventType, T{});
-                } else if constexpr (std::is_same_v<T, BindingProperty>) {
-                    handler(event.eventType, event.data);
-                } else {
-                    T value{};
-                    BindingProperty status;
-                    FromBinding(status, value, event.data, "<value>", *typeRegistry_);
-                    if (status.IsValid()) {
-                        handler(event.eventType, value);
-                    }
+                    return;
+                }
+                T value{};
+                BindingProperty status;
+                FromBinding(status, value, event.data, "<value>", *registry);
+                if (status.IsValid()) {
+                    handler(event.eventType, value);
                 }
             });
         AddObserver(uri, std::move(observer));
