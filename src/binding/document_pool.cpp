@@ -3,7 +3,6 @@
 #include <cstdlib>
 #include <new>
 
-#include "binding/page_store.h"
 #include "platform/page_memory.h"
 
 namespace wex {
@@ -57,14 +56,14 @@ struct alignas(16) DocumentPool::LargeBlock {
 
 DocumentPool::~DocumentPool() {
     // Chain the pages through their first word, as the page store expects.
-    Page* first = pages_;
-    for (Page* page = pages_; page != nullptr;) {
+    Page* first = allPages_;
+    for (Page* page = allPages_; page != nullptr;) {
         Page* next = page->next;
         *reinterpret_cast<void**>(page) = next;
         page = next;
     }
     if (first != nullptr) {
-        PageStore::Instance().ReleaseChain(first);
+        pages_.ReleaseChain(first);
     }
     for (LargeBlock* block = largeBlocks_; block != nullptr;) {
         LargeBlock* next = block->next;
@@ -106,11 +105,11 @@ void DocumentPool::Release(void* record, std::size_t size) noexcept {
     }
     if (page->used == 0) {
         UnlinkWithRoom(page);
-        (page->previous != nullptr ? page->previous->next : pages_) = page->next;
+        (page->previous != nullptr ? page->previous->next : allPages_) = page->next;
         if (page->next != nullptr) {
             page->next->previous = page->previous;
         }
-        PageStore::Instance().ReleasePage(page);
+        pages_.ReleasePage(page);
     }
 }
 
@@ -120,7 +119,7 @@ std::size_t DocumentPool::UsableSize(std::size_t size) {
 
 std::size_t DocumentPool::PageCount() const {
     std::size_t count = 0;
-    for (const Page* page = pages_; page != nullptr; page = page->next) {
+    for (const Page* page = allPages_; page != nullptr; page = page->next) {
         ++count;
     }
     return count;
@@ -136,15 +135,15 @@ std::size_t DocumentPool::LargeBlockCount() const {
 
 DocumentPool::Page* DocumentPool::AddPage(std::uint8_t sizeClass) {
     static_assert(sizeof(Page) <= kPageHeaderSize);
-    void* memory = PageStore::Instance().AcquirePage();
+    void* memory = pages_.AcquirePage();
     if (memory == nullptr) {
         throw std::bad_alloc();
     }
-    auto* page = new (memory) Page{nullptr, pages_, nullptr, nullptr, nullptr, 0, 0, sizeClass};
-    if (pages_ != nullptr) {
-        pages_->previous = page;
+    auto* page = new (memory) Page{nullptr, allPages_, nullptr, nullptr, nullptr, 0, 0, sizeClass};
+    if (allPages_ != nullptr) {
+        allPages_->previous = page;
     }
-    pages_ = page;
+    allPages_ = page;
     LinkWithRoom(page);
     return page;
 }

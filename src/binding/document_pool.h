@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "binding/page_store.h"
+
 namespace wex {
 
 // The allocator of one value tree. Records of up to kMaxPooledSize bytes come
@@ -17,7 +19,7 @@ class DocumentPool {
   public:
     static constexpr std::size_t kMaxPooledSize = 2016;
 
-    DocumentPool() = default;
+    explicit DocumentPool(PageStore& pages = PageStore::Instance()) : pages_(pages) {}
     ~DocumentPool();
     DocumentPool(const DocumentPool&) = delete;
     DocumentPool& operator=(const DocumentPool&) = delete;
@@ -45,8 +47,9 @@ class DocumentPool {
     void* AllocateLarge(std::size_t size);
     void ReleaseLarge(void* block) noexcept;
 
+    PageStore& pages_;
     std::array<Page*, kClassCount> withRoom_{};
-    Page* pages_ = nullptr;
+    Page* allPages_ = nullptr;
     LargeBlock* largeBlocks_ = nullptr;
 };
 

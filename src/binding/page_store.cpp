@@ -1,8 +1,14 @@
 #include "binding/page_store.h"
 
+#include <algorithm>
+
 #include "platform/page_memory.h"
 
 namespace wex {
+
+PageStore::~PageStore() {
+    FreeToOs(cached_);
+}
 
 void* PageStore::AcquirePage() noexcept {
     {
@@ -11,6 +17,7 @@ void* PageStore::AcquirePage() noexcept {
             FreePage* page = cached_;
             cached_ = page->next;
             --cachedCount_;
+            fewestSinceLastTree_ = std::min(fewestSinceLastTree_, cachedCount_);
             return page;
         }
     }
@@ -18,32 +25,54 @@ void* PageStore::AcquirePage() noexcept {
 }
 
 void PageStore::ReleasePage(void* page) noexcept {
-    static_cast<FreePage*>(page)->next = nullptr;
-    ReleaseChain(page);
+    auto* single = static_cast<FreePage*>(page);
+    single->next = nullptr;
+    FreePage* excess = nullptr;
+    {
+        std::lock_guard lock(mutex_);
+        Keep(single, excess);
+    }
+    FreeToOs(excess);
 }
 
 void PageStore::ReleaseChain(void* first) noexcept {
     FreePage* excess = nullptr;
     {
         std::lock_guard lock(mutex_);
-        for (auto* page = static_cast<FreePage*>(first); page != nullptr;) {
-            FreePage* next = page->next;
-            if (cachedCount_ < kMaxCachedPages) {
-                page->next = cached_;
-                cached_ = page;
-                ++cachedCount_;
-            } else {
-                page->next = excess;
-                excess = page;
-            }
-            page = next;
+        for (std::size_t idle = fewestSinceLastTree_; idle > keptPages_; --idle) {
+            FreePage* page = cached_;
+            cached_ = page->next;
+            --cachedCount_;
+            page->next = excess;
+            excess = page;
         }
+        Keep(static_cast<FreePage*>(first), excess);
+        fewestSinceLastTree_ = cachedCount_;
     }
     // The OS calls happen outside the lock.
-    while (excess != nullptr) {
-        FreePage* next = excess->next;
-        platform::FreePages(excess, platform::kPageSize);
-        excess = next;
+    FreeToOs(excess);
+}
+
+void PageStore::Keep(FreePage* chain, FreePage*& excess) noexcept {
+    for (FreePage* page = chain; page != nullptr;) {
+        FreePage* next = page->next;
+        if (cachedCount_ < maxCachedPages_) {
+            page->next = cached_;
+            cached_ = page;
+            ++cachedCount_;
+        } else {
+            page->next = excess;
+            excess = page;
+        }
+        page = next;
+    }
+}
+
+void PageStore::FreeToOs(FreePage* chain) noexcept {
+    while (chain != nullptr) {
+        FreePage* next = chain->next;
+        platform::FreePages(chain, platform::kPageSize);
+        chain = next;
     }
 }
 
