@@ -16,6 +16,7 @@ class BindingDocument;
 class BindingProperty;
 struct BlobRecord;
 struct CollectionRecord;
+struct MemberChunk;
 struct StringEntry;
 struct StructureRecord;
 
@@ -32,8 +33,7 @@ class BindingMemberIterator {
     using difference_type = std::ptrdiff_t;
 
     BindingMemberIterator() = default;
-    BindingMemberIterator(const StructureRecord* record, std::uint32_t chunk, std::uint32_t item)
-        : record_(record), chunk_(chunk), item_(item) {}
+    BindingMemberIterator(const MemberChunk* chunk, std::uint32_t item) : chunk_(chunk), item_(item) {}
 
     BindingMember operator*() const;
     BindingMemberIterator& operator++();
@@ -45,8 +45,7 @@ class BindingMemberIterator {
     bool operator==(const BindingMemberIterator& other) const = default;
 
   private:
-    const StructureRecord* record_ = nullptr;
-    std::uint32_t chunk_ = 0;
+    const MemberChunk* chunk_ = nullptr;
     std::uint32_t item_ = 0;
 };
 
@@ -200,3 +199,6 @@ class BindingProperty {
 static_assert(sizeof(BindingProperty) <= (sizeof(void*) == 8 ? 24 : 16));
 
 }  // namespace wex
+
+// The member layout, for the iterator's inline steps.
+#include "binding/structure_member.h"

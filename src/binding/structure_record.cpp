@@ -187,11 +187,11 @@ bool StructureRecord::Remove(BindingDocument& document, std::string_view name) n
 }
 
 BindingMemberIterator StructureRecord::begin() const {
-    return size == 0 ? end() : BindingMemberIterator(this, 0, 0);
+    return size == 0 ? end() : BindingMemberIterator(chunks, 0);
 }
 
 BindingMemberIterator StructureRecord::end() const {
-    return BindingMemberIterator(this, chunkCount, 0);
+    return BindingMemberIterator(chunks + chunkCount, 0);
 }
 
 void StructureRecord::Destroy(BindingDocument& document) noexcept {
@@ -202,19 +202,6 @@ void StructureRecord::Destroy(BindingDocument& document) noexcept {
         document.Pool().Release(chunks, chunkCapacity * sizeof(MemberChunk));
     }
     document.Pool().Release(this, sizeof(StructureRecord));
-}
-
-BindingMember BindingMemberIterator::operator*() const {
-    const StructureMember& member = record_->chunks[chunk_].items[item_];
-    return {member.name->View(), member.value};
-}
-
-BindingMemberIterator& BindingMemberIterator::operator++() {
-    if (++item_ == record_->chunks[chunk_].size) {
-        ++chunk_;
-        item_ = 0;
-    }
-    return *this;
 }
 
 }  // namespace wex

@@ -5,23 +5,11 @@
 
 #include "binding/document_pool.h"
 #include "binding/property.h"
+#include "binding/structure_member.h"
 
 namespace wex {
 
 class BindingDocument;
-struct StringEntry;
-
-struct StructureMember {
-    StringEntry* name;  // interned in the tree's document
-    BindingProperty value;
-};
-
-// A run of members in name order, in one array of the document's pool.
-struct MemberChunk {
-    StructureMember* items;
-    std::uint32_t size;
-    std::uint32_t capacity;
-};
 
 // The heap part of a "structure" node: its members in ascending byte order of
 // their names, held in chunks of at most kMaxChunkItems members with a sorted
