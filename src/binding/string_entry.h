@@ -1,13 +1,35 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
 
 namespace wex {
 
+// The first eight bytes of a text as one big-endian number, padded with zeros.
+// When the prefixes of two texts differ, the texts sort as their prefixes do
+// (bytes as unsigned values, a shorter text first), so most comparisons of
+// names are settled without reading the texts.
+inline std::uint64_t TextPrefix(std::string_view text) {
+    if (text.size() >= 8) {
+        unsigned char bytes[8];
+        std::memcpy(bytes, text.data(), 8);
+        return std::uint64_t{bytes[0]} << 56 | std::uint64_t{bytes[1]} << 48 | std::uint64_t{bytes[2]} << 40 |
+               std::uint64_t{bytes[3]} << 32 | std::uint64_t{bytes[4]} << 24 | std::uint64_t{bytes[5]} << 16 |
+               std::uint64_t{bytes[6]} << 8 | std::uint64_t{bytes[7]};
+    }
+    std::uint64_t prefix = 0;
+    for (std::size_t index = 0; index < text.size(); ++index) {
+        prefix |= std::uint64_t{static_cast<unsigned char>(text[index])} << (56 - 8 * index);
+    }
+    return prefix;
+}
+
 // One interned string of a document: a header followed by the bytes and a zero.
 struct StringEntry {
     StringEntry* next;  // in its hash bucket
+    std::uint64_t prefix;  // TextPrefix of the bytes
     std::uint32_t hash;
     std::uint32_t references;
     std::uint32_t length;

@@ -16,7 +16,7 @@ struct EmptyEntryStorage {
     StringEntry entry;
     char text;
 };
-constinit EmptyEntryStorage emptyEntry{{nullptr, 2166136261u, 0, 0}, '\0'};
+constinit EmptyEntryStorage emptyEntry{{nullptr, 0, 2166136261u, 0, 0}, '\0'};
 static_assert(offsetof(EmptyEntryStorage, text) == sizeof(StringEntry));
 
 std::size_t EntrySize(std::size_t length) {
@@ -49,6 +49,7 @@ StringEntry* StringInternTable::Intern(std::string_view text, std::uint32_t hash
         throw std::bad_alloc();
     }
     auto* entry = static_cast<StringEntry*>(pool_.Allocate(EntrySize(text.size())));
+    entry->prefix = TextPrefix(text);
     entry->hash = hash;
     entry->references = 1;
     entry->length = static_cast<std::uint32_t>(text.size());

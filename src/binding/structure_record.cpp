@@ -22,8 +22,36 @@ MemberChunk NewChunk(BindingDocument& document, std::uint32_t wanted) {
     return {static_cast<StructureMember*>(document.Pool().Allocate(ItemBytes(capacity))), 0, capacity};
 }
 
-std::string_view LastName(const MemberChunk& chunk) {
-    return chunk.items[chunk.size - 1].name->View();
+// A name looked for by its text, with its prefix worked out once.
+struct NameKey {
+    std::string_view text;
+    std::uint64_t prefix;
+
+    explicit NameKey(std::string_view name) : text(name), prefix(TextPrefix(name)) {}
+};
+
+// Byte-wise order of a member's name against a key; the texts are read only
+// when the prefixes tie.
+int Compare(const StringEntry& name, const NameKey& key) {
+    if (name.prefix != key.prefix) {
+        return name.prefix < key.prefix ? -1 : 1;
+    }
+    return name.View().compare(key.text);
+}
+
+// The same for an entry of the same document, where equal names are one entry.
+int Compare(const StringEntry& name, const StringEntry& key) {
+    if (&name == &key) {
+        return 0;
+    }
+    if (name.prefix != key.prefix) {
+        return name.prefix < key.prefix ? -1 : 1;
+    }
+    return name.View().compare(key.View());
+}
+
+const StringEntry& LastName(const MemberChunk& chunk) {
+    return *chunk.items[chunk.size - 1].name;
 }
 
 // Members are moved by copying their bytes: nodes hold no pointer to
@@ -42,13 +70,14 @@ StructureRecord* StructureRecord::Create(BindingDocument& document) {
 }
 
 // Every chunk holds at least one member while the structure is not empty.
-StructureRecord::Slot StructureRecord::Locate(std::string_view name) const {
+template <class Key>
+StructureRecord::Slot StructureRecord::Locate(const Key& key) const {
     if (size == 0) {
         return {0, 0, false};
     }
     // Names that arrive in ascending order go to the end without a search.
     const std::uint32_t lastChunk = chunkCount - 1;
-    const int order = LastName(chunks[lastChunk]).compare(name);
+    const int order = Compare(LastName(chunks[lastChunk]), key);
     if (order <= 0) {
         const std::uint32_t lastSize = chunks[lastChunk].size;
         return order < 0 ? Slot{lastChunk, lastSize, false} : Slot{lastChunk, lastSize - 1, true};
@@ -57,39 +86,48 @@ StructureRecord::Slot StructureRecord::Locate(std::string_view name) const {
     std::uint32_t high = lastChunk;
     while (low < high) {
         const std::uint32_t middle = (low + high) / 2;
-        if (LastName(chunks[middle]) < name) {
+        if (Compare(LastName(chunks[middle]), key) < 0) {
             low = middle + 1;
         } else {
             high = middle;
         }
     }
     const MemberChunk& chunk = chunks[low];
-    const StructureMember* position = std::lower_bound(
-        chunk.items, chunk.items + chunk.size, name,
-        [](const StructureMember& member, std::string_view wanted) { return member.name->View() < wanted; });
-    const auto index = static_cast<std::uint32_t>(position - chunk.items);
-    return {low, index, index < chunk.size && position->name->View() == name};
+    std::uint32_t first = 0;
+    std::uint32_t last = chunk.size - 1;  // the chunk's last name sorts at or after the key
+    while (first < last) {
+        const std::uint32_t middle = (first + last) / 2;
+        if (Compare(*chunk.items[middle].name, key) < 0) {
+            first = middle + 1;
+        } else {
+            last = middle;
+        }
+    }
+    return {low, first, Compare(*chunk.items[first].name, key) == 0};
 }
 
 const BindingProperty* StructureRecord::Find(std::string_view name) const {
-    const Slot slot = Locate(name);
+    const Slot slot = Locate(NameKey(name));
     return slot.found ? &chunks[slot.chunk].items[slot.position].value : nullptr;
 }
 
 BindingProperty& StructureRecord::FindOrAdd(BindingDocument& document, std::string_view name) {
-    Slot slot = Locate(name);
-    if (slot.found) {
-        return chunks[slot.chunk].items[slot.position].value;
-    }
-    return Insert(document, slot, document.Strings().Intern(name));
+    return FindOrAdd(document, document.Strings().Intern(name));
 }
 
 BindingProperty& StructureRecord::FindOrAdd(BindingDocument& document, std::string_view name, std::uint32_t nameHash) {
-    Slot slot = Locate(name);
+    return FindOrAdd(document, document.Strings().Intern(name, nameHash));
+}
+
+// Interning first costs little where a name is found, and lets every
+// comparison use the entry's prefix and settle equality by identity.
+BindingProperty& StructureRecord::FindOrAdd(BindingDocument& document, StringEntry* name) {
+    const Slot slot = Locate(*name);
     if (slot.found) {
+        document.Strings().Release(name);
         return chunks[slot.chunk].items[slot.position].value;
     }
-    return Insert(document, slot, document.Strings().Intern(name, nameHash));
+    return Insert(document, slot, name);
 }
 
 BindingProperty& StructureRecord::AddLast(BindingDocument& document, const StringEntry& name) {
@@ -167,7 +205,7 @@ void StructureRecord::AddChunkAfter(BindingDocument& document, std::uint32_t chu
 }
 
 bool StructureRecord::Remove(BindingDocument& document, std::string_view name) noexcept {
-    const Slot slot = Locate(name);
+    const Slot slot = Locate(NameKey(name));
     if (!slot.found) {
         return false;
     }

@@ -32,6 +32,8 @@ struct StructureRecord {
     // Each may throw std::bad_alloc, leaving the members as they were.
     BindingProperty& FindOrAdd(BindingDocument& document, std::string_view name);
     BindingProperty& FindOrAdd(BindingDocument& document, std::string_view name, std::uint32_t nameHash);
+    // Takes over one reference on name, an entry of this structure's document.
+    BindingProperty& FindOrAdd(BindingDocument& document, StringEntry* name);
     // For a name of another document that sorts after every member here.
     BindingProperty& AddLast(BindingDocument& document, const StringEntry& name);
     bool Remove(BindingDocument& document, std::string_view name) noexcept;
@@ -58,7 +60,9 @@ struct StructureRecord {
         bool found;
     };
 
-    Slot Locate(std::string_view name) const;
+    // Where a name is, or would go. Key is a name entry of this document or a NameKey.
+    template <class Key>
+    Slot Locate(const Key& key) const;
     // Takes over the reference on name.
     BindingProperty& Insert(BindingDocument& document, Slot slot, StringEntry* name);
     void MakeRoom(BindingDocument& document, Slot& slot);

@@ -64,6 +64,35 @@ TEST(StructureOrder, NamesWithZeroBytesAreDistinctMembers) {
     EXPECT_EQ(std::as_const(node).Member("a").AsInt64(), 2);
 }
 
+// Names compare by their first eight bytes first: ties there, zero bytes that
+// look like padding, and bytes above 0x7F must still sort by every byte.
+TEST(StructureOrder, NamesAlikeInTheirFirstEightBytesSortByEveryByte) {
+    using namespace std::string_literals;
+    const std::vector<std::string> names = {
+        "abcdefgh"s, "abcdefghi"s, "abcdefgg"s, "abcdefgh\x01"s, "abcdefg"s, "abcdefg\0"s, "abcdefg\0\0"s,
+        "abcdefg\x80"s, "a\0"s, "a"s, "\0"s, "\xFF"s, "\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF"s,
+        "\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\0"s, "abcdefghabcdefgh"s, "abcdefghabcdefgi"s};
+    std::vector<std::string> sorted = names;
+    std::sort(sorted.begin(), sorted.end());
+    const std::vector<std::string> reversed(sorted.rbegin(), sorted.rend());
+    for (const std::vector<std::string>& order : {names, sorted, reversed}) {
+        BindingProperty node;
+        for (const std::string& name : order) {
+            node.Member(name).SetString(name);
+        }
+        for (const std::string& name : order) {
+            node.Member(name);
+        }
+        ASSERT_EQ(MemberNames(node), sorted);
+        for (const std::string& name : names) {
+            SCOPED_TRACE(name);
+            EXPECT_EQ(std::as_const(node).Member(name).AsString(), name);
+        }
+        EXPECT_FALSE(node.HasMember("abcdefg\0\0\0"s));
+        EXPECT_FALSE(node.HasMember("abcdefgh\0"s));
+    }
+}
+
 TEST(StructureOrder, TenThousandMembersInAnyInsertionOrderComeOutSortedAndFindable) {
     const std::vector<std::string> sorted = NumberedNames(10000);
     std::vector<std::string> shuffled = sorted;
