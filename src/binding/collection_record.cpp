@@ -33,11 +33,8 @@ void CollectionRecord::Reserve(BindingDocument& document, std::size_t count) {
     capacity = static_cast<std::uint32_t>(newCapacity);
 }
 
-BindingProperty& CollectionRecord::Append(BindingDocument& document) {
-    if (size == capacity) {
-        Reserve(document, std::max<std::size_t>(4, std::size_t{capacity} * 2));
-    }
-    return *new (&items[size++]) BindingProperty(&document);
+void CollectionRecord::Grow(BindingDocument& document) {
+    Reserve(document, std::max<std::size_t>(4, std::size_t{capacity} * 2));
 }
 
 void CollectionRecord::Destroy(BindingDocument& document) noexcept {

@@ -2,11 +2,13 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <new>
+
+#include "binding/property.h"
 
 namespace wex {
 
 class BindingDocument;
-class BindingProperty;
 
 // The heap part of a "collection" node: its elements in one array of the
 // document's pool.
@@ -20,10 +22,18 @@ struct CollectionRecord {
 
     // Each may throw std::bad_alloc, leaving the record as it was.
     void Reserve(BindingDocument& document, std::size_t count);
-    BindingProperty& Append(BindingDocument& document);
+    BindingProperty& Append(BindingDocument& document) {
+        if (size == capacity) {
+            Grow(document);
+        }
+        return *new (&items[size++]) BindingProperty(&document);
+    }
 
     // Frees the array and the record; the caller has released the elements.
     void Destroy(BindingDocument& document) noexcept;
+
+  private:
+    void Grow(BindingDocument& document);
 };
 
 }  // namespace wex

@@ -93,11 +93,9 @@ BindingDocument& BindingProperty::Document() {
     return *document_;
 }
 
-void BindingProperty::Reset() noexcept {
-    if (kind_ == BindingPropertyKind::Empty) {
-        // Nothing to free. A root keeps a document it has made for the value it is about to take.
-        return;
-    }
+// An empty node has nothing to free, and a root keeps a document it has made
+// for the value it is about to take.
+void BindingProperty::ReleasePayload() noexcept {
     if (ownsDocument_) {
         // The root takes the whole tree with its document, in one sweep.
         delete document_;
@@ -107,30 +105,6 @@ void BindingProperty::Reset() noexcept {
     }
     kind_ = BindingPropertyKind::Empty;
     payload_.unsignedValue = 0;
-}
-
-void BindingProperty::SetBool(bool value) {
-    Reset();
-    payload_.boolean = value;
-    kind_ = BindingPropertyKind::Bool;
-}
-
-void BindingProperty::SetSigned(std::int64_t value) {
-    Reset();
-    payload_.signedValue = value;
-    kind_ = BindingPropertyKind::Signed;
-}
-
-void BindingProperty::SetUnsigned(std::uint64_t value) {
-    Reset();
-    payload_.unsignedValue = value;
-    kind_ = BindingPropertyKind::Unsigned;
-}
-
-void BindingProperty::SetFloat(double value) {
-    Reset();
-    payload_.floatValue = value;
-    kind_ = BindingPropertyKind::Float;
 }
 
 void BindingProperty::SetString(std::string_view text) {
@@ -157,12 +131,6 @@ void BindingProperty::SetBlob(std::vector<std::uint8_t>&& bytes) {
     Reset();
     payload_.blob = Document().NewBlob(std::move(bytes));
     kind_ = BindingPropertyKind::Blob;
-}
-
-void BindingProperty::SetEnum(std::int32_t value, const BindingTypeIdentity& type) {
-    Reset();
-    payload_.enumeration = {value, type.id};
-    kind_ = BindingPropertyKind::Enum;
 }
 
 std::size_t BindingProperty::Size() const {
@@ -229,19 +197,13 @@ bool BindingProperty::RemoveMember(std::string_view name) {
     return kind_ == BindingPropertyKind::Structure && payload_.structure->Remove(*document_, name);
 }
 
-void BindingProperty::MakeCollection() {
-    if (kind_ == BindingPropertyKind::Collection) {
-        return;
-    }
+void BindingProperty::BecomeCollection() {
     Reset();
     payload_.collection = CollectionRecord::Create(Document());
     kind_ = BindingPropertyKind::Collection;
 }
 
-void BindingProperty::MakeStructure() {
-    if (kind_ == BindingPropertyKind::Structure) {
-        return;
-    }
+void BindingProperty::BecomeStructure() {
     Reset();
     payload_.structure = StructureRecord::Create(Document());
     kind_ = BindingPropertyKind::Structure;

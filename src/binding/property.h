@@ -93,18 +93,42 @@ class BindingProperty {
 
     // Frees the payload (a whole tree at once for a root) and leaves the node
     // empty. The valid flag stays as it was.
-    void Reset() noexcept;
+    void Reset() noexcept {
+        if (kind_ != BindingPropertyKind::Empty) {
+            ReleasePayload();
+        }
+    }
 
     // Each setter resets the node first.
-    void SetBool(bool value);
-    void SetSigned(std::int64_t value);
-    void SetUnsigned(std::uint64_t value);
-    void SetFloat(double value);
+    void SetBool(bool value) {
+        Reset();
+        payload_.boolean = value;
+        kind_ = BindingPropertyKind::Bool;
+    }
+    void SetSigned(std::int64_t value) {
+        Reset();
+        payload_.signedValue = value;
+        kind_ = BindingPropertyKind::Signed;
+    }
+    void SetUnsigned(std::uint64_t value) {
+        Reset();
+        payload_.unsignedValue = value;
+        kind_ = BindingPropertyKind::Unsigned;
+    }
+    void SetFloat(double value) {
+        Reset();
+        payload_.floatValue = value;
+        kind_ = BindingPropertyKind::Float;
+    }
     void SetString(std::string_view text);
     void SetString(const char* text);  // null is the empty text
     void SetBlob(std::span<const std::uint8_t> bytes);
     void SetBlob(std::vector<std::uint8_t>&& bytes);  // bytes is left empty
-    void SetEnum(std::int32_t value, const BindingTypeIdentity& type);
+    void SetEnum(std::int32_t value, const BindingTypeIdentity& type) {
+        Reset();
+        payload_.enumeration = {value, type.id};
+        kind_ = BindingPropertyKind::Enum;
+    }
 
     BindingPropertyKind Kind() const { return kind_; }
     bool IsEmpty() const { return kind_ == BindingPropertyKind::Empty; }
@@ -131,8 +155,16 @@ class BindingProperty {
     bool RemoveMember(std::string_view name);
 
     // Nothing changes when the node already is one.
-    void MakeCollection();
-    void MakeStructure();
+    void MakeCollection() {
+        if (kind_ != BindingPropertyKind::Collection) {
+            BecomeCollection();
+        }
+    }
+    void MakeStructure() {
+        if (kind_ != BindingPropertyKind::Structure) {
+            BecomeStructure();
+        }
+    }
     // Room for count elements of a collection; nothing on other kinds.
     void Reserve(std::size_t count);
 
@@ -188,6 +220,9 @@ class BindingProperty {
 
     BindingDocument& Document();
     void AssignFrom(const BindingProperty& other);
+    void ReleasePayload() noexcept;
+    void BecomeCollection();
+    void BecomeStructure();
 
     Payload payload_{.unsignedValue = 0};
     BindingDocument* document_ = nullptr;

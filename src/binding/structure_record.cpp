@@ -136,15 +136,19 @@ BindingProperty& StructureRecord::AddLast(BindingDocument& document, const Strin
 }
 
 BindingProperty& StructureRecord::Insert(BindingDocument& document, Slot slot, StringEntry* name) {
-    try {
-        MakeRoom(document, slot);
-    } catch (const std::bad_alloc&) {
-        document.Strings().Release(name);
-        throw;
+    if (chunkCount == 0 || chunks[slot.chunk].size == chunks[slot.chunk].capacity) {
+        try {
+            MakeRoom(document, slot);
+        } catch (const std::bad_alloc&) {
+            document.Strings().Release(name);
+            throw;
+        }
     }
     MemberChunk& chunk = chunks[slot.chunk];
     StructureMember* at = chunk.items + slot.position;
-    MoveMembers(at + 1, at, chunk.size - slot.position);
+    if (slot.position < chunk.size) {
+        MoveMembers(at + 1, at, chunk.size - slot.position);
+    }
     at->name = name;
     new (&at->value) BindingProperty(&document);
     ++chunk.size;
@@ -152,6 +156,7 @@ BindingProperty& StructureRecord::Insert(BindingDocument& document, Slot slot, S
     return at->value;
 }
 
+// Called when there is no chunk yet or the slot's chunk is full.
 void StructureRecord::MakeRoom(BindingDocument& document, Slot& slot) {
     if (chunkCount == 0) {
         firstChunk = NewChunk(document, kFirstChunkItems);
@@ -159,9 +164,6 @@ void StructureRecord::MakeRoom(BindingDocument& document, Slot& slot) {
         return;
     }
     MemberChunk& chunk = chunks[slot.chunk];
-    if (chunk.size < chunk.capacity) {
-        return;
-    }
     if (chunk.capacity < kMaxChunkItems) {
         MemberChunk larger = NewChunk(document, chunk.capacity * 2);
         MoveMembers(larger.items, chunk.items, chunk.size);
