@@ -14,6 +14,12 @@ CollectionRecord* CollectionRecord::Create(BindingDocument& document) {
     return new (document.Pool().Allocate(sizeof(CollectionRecord))) CollectionRecord{nullptr, nullptr, 0, 0};
 }
 
+CollectionRecord* CollectionRecord::Create(BindingDocument& document, std::size_t count) {
+    CollectionRecord* record = Create(document);
+    record->Reserve(document, count);
+    return record;
+}
+
 void CollectionRecord::Reserve(BindingDocument& document, std::size_t count) {
     if (count <= capacity) {
         return;

@@ -19,6 +19,8 @@ struct CollectionRecord {
     std::uint32_t capacity;
 
     static CollectionRecord* Create(BindingDocument& document);
+    // With room for count elements. Throws std::bad_alloc.
+    static CollectionRecord* Create(BindingDocument& document, std::size_t count);
 
     // Each may throw std::bad_alloc, leaving the record as it was.
     void Reserve(BindingDocument& document, std::size_t count);

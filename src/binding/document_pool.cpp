@@ -48,10 +48,6 @@ void DocumentPool::Release(void* record, std::size_t size) noexcept {
     }
 }
 
-std::size_t DocumentPool::UsableSize(std::size_t size) {
-    return size > kMaxPooledSize ? size : kPoolRecordSizes[ClassOf(size)];
-}
-
 std::size_t DocumentPool::PageCount() const {
     std::size_t count = 0;
     for (const Page* page = allPages_; page != nullptr; page = page->next) {

@@ -58,7 +58,9 @@ class DocumentPool {
     void Release(void* record, std::size_t size) noexcept;
 
     // What an allocation of size really provides, so growing arrays can use all of it.
-    static std::size_t UsableSize(std::size_t size);
+    static std::size_t UsableSize(std::size_t size) {
+        return size > kMaxPooledSize ? size : kPoolRecordSizes[ClassOf(size)];
+    }
 
     std::size_t PageCount() const;
     std::size_t LargeBlockCount() const;

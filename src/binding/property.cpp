@@ -329,6 +329,12 @@ void BindingProperty::SetError(std::string_view message) noexcept {
         // The message may lie in this very tree, which the reset releases.
         std::string text(message);
         Reset();
+        if (ownsDocument_) {
+            // Even an empty root drops its document: a reader that failed
+            // half-way may have left parts of a tree in it.
+            delete document_;
+            document_ = nullptr;
+        }
         valid_ = false;
         Member("error").SetString(text);
     } catch (const std::bad_alloc&) {

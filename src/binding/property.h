@@ -198,6 +198,7 @@ class BindingProperty {
     friend struct CollectionRecord;
     friend struct StructureRecord;
     friend class PropertyTree;
+    friend class BindingTreeBuilder;
 
     struct EnumPayload {
         std::int32_t value;

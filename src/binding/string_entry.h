@@ -42,4 +42,16 @@ struct StringEntry {
     static StringEntry* Empty();
 };
 
+// Byte-wise order of two entries of one document, where equal texts are one
+// entry; the texts are read only when the prefixes tie.
+inline int CompareEntries(const StringEntry& first, const StringEntry& second) {
+    if (&first == &second) {
+        return 0;
+    }
+    if (first.prefix != second.prefix) {
+        return first.prefix < second.prefix ? -1 : 1;
+    }
+    return first.View().compare(second.View());
+}
+
 }  // namespace wex

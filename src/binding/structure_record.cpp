@@ -39,15 +39,8 @@ int Compare(const StringEntry& name, const NameKey& key) {
     return name.View().compare(key.text);
 }
 
-// The same for an entry of the same document, where equal names are one entry.
 int Compare(const StringEntry& name, const StringEntry& key) {
-    if (&name == &key) {
-        return 0;
-    }
-    if (name.prefix != key.prefix) {
-        return name.prefix < key.prefix ? -1 : 1;
-    }
-    return name.View().compare(key.View());
+    return CompareEntries(name, key);
 }
 
 const StringEntry& LastName(const MemberChunk& chunk) {
@@ -66,6 +59,31 @@ StructureRecord* StructureRecord::Create(BindingDocument& document) {
     auto* record = new (document.Pool().Allocate(sizeof(StructureRecord)))
         StructureRecord{nullptr, nullptr, {nullptr, 0, 0}, 0, 1, 0};
     record->chunks = &record->firstChunk;
+    return record;
+}
+
+StructureRecord* StructureRecord::CreateFrom(BindingDocument& document, const StructureMember* members,
+                                             std::uint32_t count) {
+    StructureRecord* record = Create(document);
+    if (count <= kMaxChunkItems) {
+        if (count != 0) {
+            record->firstChunk = NewChunk(document, count);
+            record->chunkCount = 1;
+        }
+    } else {
+        const std::uint32_t chunkCount = (count + kMaxChunkItems - 1) / kMaxChunkItems;
+        record->chunks = static_cast<MemberChunk*>(document.Pool().Allocate(chunkCount * sizeof(MemberChunk)));
+        record->chunkCapacity = chunkCount;
+        for (; record->chunkCount < chunkCount; ++record->chunkCount) {
+            record->chunks[record->chunkCount] = NewChunk(document, kMaxChunkItems);
+        }
+    }
+    for (std::uint32_t chunk = 0; chunk < record->chunkCount; ++chunk) {
+        MemberChunk& into = record->chunks[chunk];
+        into.size = std::min(count - chunk * kMaxChunkItems, kMaxChunkItems);
+        MoveMembers(into.items, members + chunk * kMaxChunkItems, into.size);
+    }
+    record->size = count;
     return record;
 }
 

@@ -27,6 +27,9 @@ struct StructureRecord {
     std::uint32_t size;
 
     static StructureRecord* Create(BindingDocument& document);
+    // A record holding count members, sorted by name with no two alike, whose
+    // bytes it takes over. Throws std::bad_alloc.
+    static StructureRecord* CreateFrom(BindingDocument& document, const StructureMember* members, std::uint32_t count);
 
     const BindingProperty* Find(std::string_view name) const;
     // Each may throw std::bad_alloc, leaving the members as they were.

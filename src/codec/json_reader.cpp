@@ -2,8 +2,8 @@
 
 #include <cstring>
 #include <string_view>
-#include <vector>
 
+#include "binding/tree_builder.h"
 #include "codec/nesting_limit.h"
 #include "codec/rapidjson.h"
 #include "diagnostics/format_message.h"
@@ -12,20 +12,18 @@ namespace wex {
 
 namespace {
 
-// Builds the value tree straight from the reader's events. Open containers
-// wait on a stack; a member slot is made when its key arrives and filled by
-// the value that follows.
+// Hands the reader's events to the tree builder.
 class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeBuilder> {
   public:
-    explicit TreeBuilder(BindingProperty& root) : root_(root) { open_.reserve(32); }
+    explicit TreeBuilder(BindingProperty& root) : builder_(root) {}
 
     bool Null() {
-        // A repeated key set to null drops its earlier value.
-        Slot().Reset();
+        // A value in its own right: a repeated key set to null drops its earlier value.
+        builder_.NextValue();
         return true;
     }
     bool Bool(bool value) {
-        Slot().SetBool(value);
+        builder_.NextValue().SetBool(value);
         return true;
     }
     // The reader reports non-negative integers as Uint or Uint64 and negative
@@ -33,28 +31,28 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
     bool Int(int value) { return Int64(value); }
     bool Uint(unsigned value) { return Uint64(value); }
     bool Int64(std::int64_t value) {
-        Slot().SetSigned(value);
+        builder_.NextValue().SetSigned(value);
         return true;
     }
     bool Uint64(std::uint64_t value) {
-        Slot().SetUnsigned(value);
+        builder_.NextValue().SetUnsigned(value);
         return true;
     }
     bool Double(double value) {
-        Slot().SetFloat(value);
+        builder_.NextValue().SetFloat(value);
         return true;
     }
     bool String(const char* text, rapidjson::SizeType length, bool) {
-        Slot().SetString(UpToNul(text, length));
+        builder_.NextValue().SetString(UpToNul(text, length));
         return true;
     }
-    bool StartObject() { return Open(BindingPropertyKind::Structure); }
+    bool StartObject() { return Open(true); }
     bool Key(const char* text, rapidjson::SizeType length, bool) {
-        pendingMember_ = &open_.back()->Member(UpToNul(text, length));
+        builder_.Key(UpToNul(text, length));
         return true;
     }
     bool EndObject(rapidjson::SizeType) { return Close(); }
-    bool StartArray() { return Open(BindingPropertyKind::Collection); }
+    bool StartArray() { return Open(false); }
     bool EndArray(rapidjson::SizeType) { return Close(); }
 
   private:
@@ -64,38 +62,25 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
         return {text, nul != nullptr ? static_cast<std::size_t>(static_cast<const char*>(nul) - text) : length};
     }
 
-    BindingProperty& Slot() {
-        if (open_.empty()) {
-            return root_;
-        }
-        BindingProperty& container = *open_.back();
-        return container.Kind() == BindingPropertyKind::Collection ? container.Append() : *pendingMember_;
-    }
-
     // Refusing a level stops the reader, which reports a handler error there.
-    bool Open(BindingPropertyKind kind) {
-        if (open_.size() == kMaxNestingDepth) {
+    bool Open(bool isStructure) {
+        if (builder_.Depth() == kMaxNestingDepth) {
             return false;
         }
-        BindingProperty& slot = Slot();
-        slot.Reset();  // a repeated key gets a fresh container
-        if (kind == BindingPropertyKind::Collection) {
-            slot.MakeCollection();
+        if (isStructure) {
+            builder_.OpenStructure();
         } else {
-            slot.MakeStructure();
+            builder_.OpenCollection();
         }
-        open_.push_back(&slot);
         return true;
     }
 
     bool Close() {
-        open_.pop_back();
+        builder_.Close();
         return true;
     }
 
-    BindingProperty& root_;
-    std::vector<BindingProperty*> open_;
-    BindingProperty* pendingMember_ = nullptr;
+    BindingTreeBuilder builder_;
 };
 
 bool IsBlank(const char* text) {
