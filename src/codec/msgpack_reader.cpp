@@ -1,61 +1,55 @@
 #include "codec/msgpack_reader.h"
 
-#include <algorithm>
 #include <bit>
-#include <cstring>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "binding/tree_builder.h"
 #include "diagnostics/format_message.h"
 
 namespace wex {
 
 namespace {
 
-// One pass over the bytes with an explicit stack of open containers.
+// One pass over the bytes with an explicit stack of open containers; the
+// tree builder holds their values until they are complete.
 class MessagePackReader {
   public:
     MessagePackReader(const std::uint8_t* data, std::size_t length, BindingProperty& root)
-        : data_(data), length_(length), root_(root) {}
+        : data_(data), length_(length), root_(root), builder_(root) {}
 
     std::size_t Run() {
         while (!failed_ && position_ < length_) {
             if (InKeyPosition()) {
                 ReadKey();
             } else {
-                ReadValue(TakeSlot());
+                ReadValue();
             }
             if (failed_ || CloseFinished()) {
                 break;
             }
+        }
+        if (!failed_) {
+            // Input that ends early leaves the open containers with what they hold.
+            builder_.CloseAll();
         }
         return position_;
     }
 
   private:
     struct OpenContainer {
-        BindingProperty* node;
         std::uint64_t remaining;  // items still to come; keys and values both count in a map
         bool isMap;
-        std::string_view key;  // the key just read, in a map
     };
 
     bool InKeyPosition() const { return !open_.empty() && open_.back().isMap && open_.back().remaining % 2 == 0; }
 
-    BindingProperty& TakeSlot() {
-        if (open_.empty()) {
-            return root_;
+    // Counts the item about to be read against the innermost container.
+    void CountItem() {
+        if (!open_.empty()) {
+            --open_.back().remaining;
         }
-        OpenContainer& container = open_.back();
-        --container.remaining;
-        if (!container.isMap) {
-            return container.node->Append();
-        }
-        // A repeated key overwrites the earlier value.
-        BindingProperty& member = container.node->Member(container.key);
-        member.Reset();
-        return member;
     }
 
     // Pops every container whose items have all been read; true when the
@@ -63,6 +57,7 @@ class MessagePackReader {
     bool CloseFinished() {
         while (!open_.empty() && open_.back().remaining == 0) {
             open_.pop_back();
+            builder_.Close();
         }
         return open_.empty();
     }
@@ -77,15 +72,37 @@ class MessagePackReader {
                            {width * 8, position_}));
     }
 
-    // A big-endian number of width bytes; false (with the error) when the input is too short.
+    // Each width on its own, so that the compiler reads the bytes as one number.
+    template <std::size_t Width>
+    static std::uint64_t BigEndian(const std::uint8_t* bytes) {
+        std::uint64_t number = 0;
+        for (std::size_t index = 0; index < Width; ++index) {
+            number = number << 8 | bytes[index];
+        }
+        return number;
+    }
+
+    // A big-endian number of width bytes (1, 2, 4 or 8); false (with the error)
+    // when the input is too short.
     bool ReadNumber(std::size_t width, std::uint64_t& number) {
         if (length_ - position_ < width) {
             FailTruncated(width);
             return false;
         }
-        number = 0;
-        for (std::size_t index = 0; index < width; ++index) {
-            number = (number << 8) | data_[position_ + index];
+        const std::uint8_t* bytes = data_ + position_;
+        switch (width) {
+            case 1:
+                number = BigEndian<1>(bytes);
+                break;
+            case 2:
+                number = BigEndian<2>(bytes);
+                break;
+            case 4:
+                number = BigEndian<4>(bytes);
+                break;
+            default:
+                number = BigEndian<8>(bytes);
+                break;
         }
         position_ += width;
         return true;
@@ -124,26 +141,25 @@ class MessagePackReader {
             Fail(FormatMessage("Invalid MessagePack data at position %1. Map keys must be strings.", {position_}));
         }
         if (read) {
-            open_.back().key = key;
-            --open_.back().remaining;
+            builder_.Key(key);
+            CountItem();
         }
     }
 
-    void Open(BindingProperty& slot, std::uint64_t count, bool isMap) {
+    void Open(std::uint64_t count, bool isMap) {
         if (isMap) {
-            slot.MakeStructure();
+            builder_.OpenStructure();
         } else {
-            slot.MakeCollection();
-            // Every element takes at least one byte, so a huge declared count
-            // in a short input reserves no more than the input could fill.
-            slot.Reserve(static_cast<std::size_t>(std::min<std::uint64_t>(count, length_ - position_)));
+            builder_.OpenCollection();
         }
-        if (count != 0) {
-            open_.push_back({&slot, isMap ? count * 2 : count, isMap, {}});
+        if (count == 0) {
+            builder_.Close();
+        } else {
+            open_.push_back({isMap ? count * 2 : count, isMap});
         }
     }
 
-    void ReadSized(BindingProperty& slot, std::uint8_t marker) {
+    void ReadSized(std::uint8_t marker) {
         std::uint64_t number = 0;
         std::string_view payload;
         switch (marker) {
@@ -152,17 +168,17 @@ class MessagePackReader {
             case 0xC6:
                 if (ReadPayload(std::size_t{1} << (marker - 0xC4), false, payload)) {
                     const auto* bytes = reinterpret_cast<const std::uint8_t*>(payload.data());
-                    slot.SetBlob(std::span<const std::uint8_t>(bytes, payload.size()));
+                    builder_.NextValue().SetBlob(std::span<const std::uint8_t>(bytes, payload.size()));
                 }
                 break;
             case 0xCA:
                 if (ReadNumber(4, number)) {
-                    slot.SetFloat(std::bit_cast<float>(static_cast<std::uint32_t>(number)));
+                    builder_.NextValue().SetFloat(std::bit_cast<float>(static_cast<std::uint32_t>(number)));
                 }
                 break;
             case 0xCB:
                 if (ReadNumber(8, number)) {
-                    slot.SetFloat(std::bit_cast<double>(number));
+                    builder_.NextValue().SetFloat(std::bit_cast<double>(number));
                 }
                 break;
             case 0xCC:
@@ -170,32 +186,32 @@ class MessagePackReader {
             case 0xCE:
             case 0xCF:
                 if (ReadNumber(std::size_t{1} << (marker - 0xCC), number)) {
-                    slot.SetUnsigned(number);
+                    builder_.NextValue().SetUnsigned(number);
                 }
                 break;
             case 0xD0:
             case 0xD1:
             case 0xD2:
             case 0xD3:
-                ReadSigned(slot, std::size_t{1} << (marker - 0xD0));
+                ReadSigned(std::size_t{1} << (marker - 0xD0));
                 break;
             case 0xD9:
             case 0xDA:
             case 0xDB:
                 if (ReadPayload(std::size_t{1} << (marker - 0xD9), true, payload)) {
-                    slot.SetString(payload);
+                    builder_.NextValue().SetString(payload);
                 }
                 break;
             case 0xDC:
             case 0xDD:
                 if (ReadNumber(marker == 0xDC ? 2 : 4, number)) {
-                    Open(slot, number, false);
+                    Open(number, false);
                 }
                 break;
             case 0xDE:
             case 0xDF:
                 if (ReadNumber(marker == 0xDE ? 2 : 4, number)) {
-                    Open(slot, number, true);
+                    Open(number, true);
                 }
                 break;
             default:  // the never-used marker and the extension types
@@ -204,37 +220,38 @@ class MessagePackReader {
         }
     }
 
-    void ReadSigned(BindingProperty& slot, std::size_t width) {
+    void ReadSigned(std::size_t width) {
         std::uint64_t number = 0;
         if (!ReadNumber(width, number)) {
             return;
         }
         // Sign-extends the width's top bit through the 64 bits.
         const unsigned unusedBits = 64 - 8 * static_cast<unsigned>(width);
-        slot.SetSigned(static_cast<std::int64_t>(number << unusedBits) >> unusedBits);
+        builder_.NextValue().SetSigned(static_cast<std::int64_t>(number << unusedBits) >> unusedBits);
     }
 
-    void ReadValue(BindingProperty& slot) {
+    void ReadValue() {
         const std::uint8_t marker = data_[position_++];
+        CountItem();
         if (marker <= 0x7F) {
-            slot.SetSigned(marker);
+            builder_.NextValue().SetSigned(marker);
         } else if (marker >= 0xE0) {
-            slot.SetSigned(static_cast<std::int8_t>(marker));
+            builder_.NextValue().SetSigned(static_cast<std::int8_t>(marker));
         } else if (marker <= 0x8F) {
-            Open(slot, marker & 0x0F, true);
+            Open(marker & 0x0F, true);
         } else if (marker <= 0x9F) {
-            Open(slot, marker & 0x0F, false);
+            Open(marker & 0x0F, false);
         } else if (marker <= 0xBF) {
             std::string_view text;
             if (TakePayload(marker & 0x1F, true, text)) {
-                slot.SetString(text);
+                builder_.NextValue().SetString(text);
             }
         } else if (marker == 0xC0) {
-            // nil leaves the slot empty
+            builder_.NextValue();  // nil is an empty value
         } else if (marker == 0xC2 || marker == 0xC3) {
-            slot.SetBool(marker == 0xC3);
+            builder_.NextValue().SetBool(marker == 0xC3);
         } else {
-            ReadSized(slot, marker);
+            ReadSized(marker);
         }
     }
 
@@ -242,6 +259,7 @@ class MessagePackReader {
     std::size_t length_;
     std::size_t position_ = 0;
     BindingProperty& root_;
+    BindingTreeBuilder builder_;
     std::vector<OpenContainer> open_;
     bool failed_ = false;
 };
