@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "binding/tree_builder.h"
 #include "codec/nesting_limit.h"
 #include "codec/yaml_anchors.h"
 #include "codec/yaml_scalar.h"
@@ -55,11 +56,11 @@ std::string_view Text(const yaml_char_t* text) {
     return text != nullptr ? reinterpret_cast<const char*>(text) : std::string_view();
 }
 
-// Builds the value tree from the parser's events, with its own stack of open
-// sequences and mappings.
+// Builds the value tree from the parser's events through the tree builder,
+// keeping the anchors of the open sequences and mappings beside it.
 class YamlTreeBuilder {
   public:
-    explicit YamlTreeBuilder(BindingProperty& root) : root_(root) {}
+    explicit YamlTreeBuilder(BindingProperty& root) : root_(root), builder_(root) {}
 
     void Handle(const yaml_event_t& event) {
         line_ = event.start_mark.line + 1;
@@ -92,30 +93,7 @@ class YamlTreeBuilder {
     }
 
   private:
-    struct OpenContainer {
-        BindingProperty* node;
-        bool isMapping;
-        bool hasKey;
-        std::string key;  // the pending key of a mapping
-        std::string anchor;
-    };
-
-    bool InKeyPosition() const { return !open_.empty() && open_.back().isMapping && !open_.back().hasKey; }
-
-    BindingProperty& TakeSlot() {
-        if (open_.empty()) {
-            return root_;
-        }
-        OpenContainer& container = open_.back();
-        if (!container.isMapping) {
-            return container.node->Append();
-        }
-        container.hasKey = false;
-        // A repeated key overwrites the earlier value.
-        BindingProperty& member = container.node->Member(container.key);
-        member.Reset();
-        return member;
-    }
+    bool InKeyPosition() const { return builder_.ExpectsKey(); }
 
     void Fail(std::string_view message) { root_.SetError(FormatMessage(message, {line_, column_})); }
 
@@ -144,11 +122,6 @@ class YamlTreeBuilder {
         return false;
     }
 
-    void SetKey(std::string_view key) {
-        open_.back().key.assign(key);
-        open_.back().hasKey = true;
-    }
-
     void Scalar(const decltype(yaml_event_t::data.scalar)& scalar) {
         const std::string_view tag = Text(scalar.tag);
         const std::string_view text(reinterpret_cast<const char*>(scalar.value), scalar.length);
@@ -158,7 +131,7 @@ class YamlTreeBuilder {
                 Fail("Invalid mapping key. Only string scalar keys are allowed. At line: %1 col: %2");
                 return;
             }
-            SetKey(text);
+            builder_.Key(text);
             if (!anchor.empty()) {
                 BindingProperty key;
                 key.SetString(text);
@@ -168,7 +141,7 @@ class YamlTreeBuilder {
         }
         const bool quoted =
             scalar.style == YAML_SINGLE_QUOTED_SCALAR_STYLE || scalar.style == YAML_DOUBLE_QUOTED_SCALAR_STYLE;
-        BindingProperty& slot = TakeSlot();
+        BindingProperty& slot = builder_.NextValue();
         SetYamlScalar(root_, slot, tag, text, quoted);
         if (root_.IsValid() && !anchor.empty()) {
             Check(anchors_.Add(anchor, slot), anchor);
@@ -178,7 +151,7 @@ class YamlTreeBuilder {
     // An alias used as a key must name a string.
     void Alias(const std::string& anchor) {
         if (!InKeyPosition()) {
-            Check(anchors_.CopyTo(anchor, TakeSlot()), anchor);
+            Check(anchors_.CopyTo(anchor, builder_.NextValue()), anchor);
             return;
         }
         BindingProperty key;
@@ -189,7 +162,7 @@ class YamlTreeBuilder {
             Fail("Invalid mapping key. Only string scalar keys are allowed. At line: %1 col: %2");
             return;
         }
-        SetKey(key.AsString());
+        builder_.Key(key.AsString());
     }
 
     void Open(bool isMapping, std::string_view anchor) {
@@ -200,7 +173,7 @@ class YamlTreeBuilder {
         }
         // libyaml's scanner spends time in proportion to the nesting depth on
         // every token, so unbounded nesting would make a short text slow.
-        if (open_.size() == kMaxNestingDepth) {
+        if (builder_.Depth() == kMaxNestingDepth) {
             Fail("Nesting too deep (more than 1000 levels). At line: %1 col: %2");
             return;
         }
@@ -208,25 +181,26 @@ class YamlTreeBuilder {
         if (!name.empty() && !Check(anchors_.Open(name), name)) {
             return;
         }
-        BindingProperty& slot = TakeSlot();
         if (isMapping) {
-            slot.MakeStructure();
+            builder_.OpenStructure();
         } else {
-            slot.MakeCollection();
+            builder_.OpenCollection();
         }
-        open_.push_back({&slot, isMapping, false, {}, std::move(name)});
+        openAnchors_.push_back(std::move(name));
     }
 
     void Close() {
-        const OpenContainer closed = std::move(open_.back());
-        open_.pop_back();
-        if (!closed.anchor.empty()) {
-            Check(anchors_.Close(closed.anchor, *closed.node), closed.anchor);
+        const std::string anchor = std::move(openAnchors_.back());
+        openAnchors_.pop_back();
+        const BindingProperty& closed = builder_.Close();
+        if (!anchor.empty()) {
+            Check(anchors_.Close(anchor, closed), anchor);
         }
     }
 
     BindingProperty& root_;
-    std::vector<OpenContainer> open_;
+    BindingTreeBuilder builder_;
+    std::vector<std::string> openAnchors_;  // of the open containers, empty for none
     YamlAnchors anchors_;
     std::size_t line_ = 0;
     std::size_t column_ = 0;
