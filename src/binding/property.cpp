@@ -229,10 +229,6 @@ BindingMemberRange BindingProperty::Members() const {
     return {payload_.structure->begin(), payload_.structure->end()};
 }
 
-double BindingProperty::AsDouble(double otherwise) const {
-    return kind_ == BindingPropertyKind::Float ? payload_.floatValue : otherwise;
-}
-
 std::int64_t BindingProperty::AsInt64(std::int64_t otherwise) const {
     switch (kind_) {
         case BindingPropertyKind::Signed:
@@ -256,27 +252,11 @@ std::uint64_t BindingProperty::AsUInt64(std::uint64_t otherwise) const {
     return static_cast<std::uint64_t>(AsInt64(static_cast<std::int64_t>(otherwise)));
 }
 
-std::uint64_t BindingProperty::AsUnsigned(std::uint64_t otherwise) const {
-    return kind_ == BindingPropertyKind::Unsigned ? payload_.unsignedValue : otherwise;
-}
-
-std::string_view BindingProperty::AsString(std::string_view otherwise) const {
-    return kind_ == BindingPropertyKind::String ? payload_.string->View() : otherwise;
-}
-
 std::span<const std::uint8_t> BindingProperty::AsBlob() const {
     if (kind_ != BindingPropertyKind::Blob) {
         return {};
     }
     return payload_.blob->bytes;
-}
-
-std::int32_t BindingProperty::EnumValue() const {
-    return kind_ == BindingPropertyKind::Enum ? payload_.enumeration.value : 0;
-}
-
-std::uint32_t BindingProperty::EnumTypeId() const {
-    return kind_ == BindingPropertyKind::Enum ? payload_.enumeration.typeId : 0;
 }
 
 bool BindingProperty::ToBool() const {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "binding/property_kind.h"
+#include "binding/string_entry.h"
 #include "binding/type_identity.h"
 
 namespace wex {
@@ -17,7 +18,6 @@ class BindingProperty;
 struct BlobRecord;
 struct CollectionRecord;
 struct MemberChunk;
-struct StringEntry;
 struct StructureRecord;
 
 // One member of a structure, as iteration shows it.
@@ -172,16 +172,26 @@ class BindingProperty {
     BindingMemberRange Members() const;
 
     // Typed reads, each with the value given for other kinds.
-    double AsDouble(double otherwise = 0.0) const;
+    double AsDouble(double otherwise = 0.0) const {
+        return kind_ == BindingPropertyKind::Float ? payload_.floatValue : otherwise;
+    }
     // "signed" and "unsigned" as stored (64 bits), "float" truncated toward zero.
     std::int64_t AsInt64(std::int64_t otherwise = 0) const;
     std::uint64_t AsUInt64(std::uint64_t otherwise = 0) const;
-    std::uint64_t AsUnsigned(std::uint64_t otherwise = 0) const;  // "unsigned" only
+    std::uint64_t AsUnsigned(std::uint64_t otherwise = 0) const {  // "unsigned" only
+        return kind_ == BindingPropertyKind::Unsigned ? payload_.unsignedValue : otherwise;
+    }
     // Points into the tree; the text is followed by a zero byte.
-    std::string_view AsString(std::string_view otherwise = {}) const;
+    std::string_view AsString(std::string_view otherwise = {}) const {
+        return kind_ == BindingPropertyKind::String ? payload_.string->View() : otherwise;
+    }
     std::span<const std::uint8_t> AsBlob() const;
-    std::int32_t EnumValue() const;    // 0 unless "enum"
-    std::uint32_t EnumTypeId() const;  // the enum type's identifier; 0 unless "enum"
+    std::int32_t EnumValue() const {  // 0 unless "enum"
+        return kind_ == BindingPropertyKind::Enum ? payload_.enumeration.value : 0;
+    }
+    std::uint32_t EnumTypeId() const {  // the enum type's identifier; 0 unless "enum"
+        return kind_ == BindingPropertyKind::Enum ? payload_.enumeration.typeId : 0;
+    }
 
     bool ToBool() const;
     // Floats with six decimals, blobs in base64, enumerators as numbers.

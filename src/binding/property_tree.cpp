@@ -116,6 +116,7 @@ void PropertyTree::Copy(const BindingProperty& source, BindingProperty& target) 
             const StructureRecord& members = *from->payload_.structure;
             to->MakeStructure();
             StructureRecord& copies = *to->payload_.structure;
+            copies.Reserve(document, members.size);
             members.ForEach([&](const StructureMember& member) { copies.AddLast(document, *member.name); });
             // The names went in in order, so the copies line up one to one with the originals.
             std::uint32_t chunk = 0;

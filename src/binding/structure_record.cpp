@@ -153,6 +153,13 @@ BindingProperty& StructureRecord::AddLast(BindingDocument& document, const Strin
     return Insert(document, end, document.Strings().Intern(name.View(), name.hash));
 }
 
+void StructureRecord::Reserve(BindingDocument& document, std::uint32_t count) {
+    if (chunkCount == 0 && count != 0) {
+        firstChunk = NewChunk(document, std::min(count, kMaxChunkItems));
+        chunkCount = 1;
+    }
+}
+
 BindingProperty& StructureRecord::Insert(BindingDocument& document, Slot slot, StringEntry* name) {
     if (chunkCount == 0 || chunks[slot.chunk].size == chunks[slot.chunk].capacity) {
         try {
@@ -242,14 +249,6 @@ bool StructureRecord::Remove(BindingDocument& document, std::string_view name) n
         --chunkCount;
     }
     return true;
-}
-
-BindingMemberIterator StructureRecord::begin() const {
-    return size == 0 ? end() : BindingMemberIterator(chunks, 0);
-}
-
-BindingMemberIterator StructureRecord::end() const {
-    return BindingMemberIterator(chunks + chunkCount, 0);
 }
 
 void StructureRecord::Destroy(BindingDocument& document) noexcept {

@@ -39,10 +39,12 @@ struct StructureRecord {
     BindingProperty& FindOrAdd(BindingDocument& document, StringEntry* name);
     // For a name of another document that sorts after every member here.
     BindingProperty& AddLast(BindingDocument& document, const StringEntry& name);
+    // Room for count members in an empty structure. Throws std::bad_alloc.
+    void Reserve(BindingDocument& document, std::uint32_t count);
     bool Remove(BindingDocument& document, std::string_view name) noexcept;
 
-    BindingMemberIterator begin() const;
-    BindingMemberIterator end() const;
+    BindingMemberIterator begin() const { return size == 0 ? end() : BindingMemberIterator(chunks, 0); }
+    BindingMemberIterator end() const { return BindingMemberIterator(chunks + chunkCount, 0); }
 
     template <class Visit>
     void ForEach(Visit&& visit) const {
