@@ -4,6 +4,9 @@
 //   WriteJson       vs rapidjson's Writer over a Document
 //   ReadMessagePack vs msgpack-c's unpack to an object
 //   ReadYaml        vs a bare libyaml event loop that builds nothing, and yaml-cpp's Load
+// Two floors show what interning every key and string costs before any tree is
+// built: rapidjson's reader with a handler that only hashes the texts
+// (FNV-1a, as the intern table does), and FNV-1a over the texts alone.
 #include <benchmark/benchmark.h>
 #include <yaml-cpp/yaml.h>
 #include <yaml.h>
@@ -21,6 +24,7 @@
 #include <string>
 #include <vector>
 
+#include "binding/fnv1a.h"
 #include "codec/json_reader.h"
 #include "codec/json_writer.h"
 #include "codec/msgpack_reader.h"
@@ -33,6 +37,7 @@ struct Corpus {
     std::string json;
     std::vector<std::uint8_t> msgpack;
     std::string yaml;
+    std::vector<std::string> texts;  // every member name and string value
 };
 
 std::string ReadFile(const std::filesystem::path& path) {
@@ -78,6 +83,27 @@ void AppendBlockYaml(std::string& text, const wex::BindingProperty& value, const
     }
 }
 
+// Walks with its own stack, as the corpora are read without a depth limit here.
+std::vector<std::string> TextsOf(const wex::BindingProperty& root) {
+    std::vector<std::string> texts;
+    std::vector<const wex::BindingProperty*> pending{&root};
+    while (!pending.empty()) {
+        const wex::BindingProperty* node = pending.back();
+        pending.pop_back();
+        if (node->Kind() == wex::BindingPropertyKind::String) {
+            texts.emplace_back(node->AsString());
+        }
+        for (const wex::BindingProperty& element : node->Elements()) {
+            pending.push_back(&element);
+        }
+        for (const wex::BindingMember member : node->Members()) {
+            texts.emplace_back(member.name);
+            pending.push_back(&member.value);
+        }
+    }
+    return texts;
+}
+
 void SetBytes(benchmark::State& state, std::size_t size) {
     state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * size));
 }
@@ -105,6 +131,43 @@ void ParseJsonNlohmann(benchmark::State& state, const Corpus& corpus) {
         benchmark::DoNotOptimize(document);
     }
     SetBytes(state, corpus.json.size());
+}
+
+// Reads the text and hashes every key and string, building nothing.
+class HashingHandler : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, HashingHandler> {
+  public:
+    bool String(const char* text, rapidjson::SizeType length, bool) { return Hash(text, length); }
+    bool Key(const char* text, rapidjson::SizeType length, bool) { return Hash(text, length); }
+    std::uint32_t Sum() const { return sum_; }
+
+  private:
+    bool Hash(const char* text, rapidjson::SizeType length) {
+        sum_ += wex::Fnv1a32({text, length});
+        return true;
+    }
+    std::uint32_t sum_ = 0;
+};
+
+void ParseJsonSaxFnv1aFloor(benchmark::State& state, const Corpus& corpus) {
+    for (auto _ : state) {
+        HashingHandler handler;
+        rapidjson::Reader reader;
+        rapidjson::StringStream stream(corpus.json.c_str());
+        reader.Parse(stream, handler);
+        benchmark::DoNotOptimize(handler.Sum());
+    }
+    SetBytes(state, corpus.json.size());
+}
+
+void Fnv1aOfTheTextsFloor(benchmark::State& state, const Corpus& corpus) {
+    for (auto _ : state) {
+        std::uint32_t sum = 0;
+        for (const std::string& text : corpus.texts) {
+            sum += wex::Fnv1a32(text);
+        }
+        benchmark::DoNotOptimize(sum);
+    }
+    SetBytes(state, corpus.msgpack.size());
 }
 
 void WriteJsonBinding(benchmark::State& state, const Corpus& corpus) {
@@ -201,9 +264,11 @@ int main(int argc, char** argv) {
     }
     std::vector<Corpus> corpora;
     for (const char* name : {"canada", "citm_catalog", "twitter"}) {
-        Corpus corpus{name, ReadFile(data / (std::string(name) + ".json")), {}, {}};
+        Corpus corpus{name, ReadFile(data / (std::string(name) + ".json")), {}, {}, {}};
         corpus.msgpack = nlohmann::json::to_msgpack(nlohmann::json::parse(corpus.json));
-        AppendBlockYaml(corpus.yaml, wex::ParseJson(corpus.json), "");
+        const wex::BindingProperty parsed = wex::ParseJson(corpus.json);
+        AppendBlockYaml(corpus.yaml, parsed, "");
+        corpus.texts = TextsOf(parsed);
         const wex::BindingProperty yaml = wex::ReadYaml(corpus.yaml);
         if (!yaml.IsValid()) {
             std::printf("The YAML form of %s does not read: %s\n", name, std::string(yaml.GetError()).c_str());
@@ -215,10 +280,12 @@ int main(int argc, char** argv) {
         Register("ParseJson", ParseJsonBinding, corpus);
         Register("ParseJson_RapidjsonDocument", ParseJsonRapidjson, corpus);
         Register("ParseJson_Nlohmann", ParseJsonNlohmann, corpus);
+        Register("ParseJson_SaxFnv1aFloor", ParseJsonSaxFnv1aFloor, corpus);
         Register("WriteJson", WriteJsonBinding, corpus);
         Register("WriteJson_RapidjsonWriter", WriteJsonRapidjson, corpus);
         Register("ReadMessagePack", ReadMessagePackBinding, corpus);
         Register("ReadMessagePack_MsgpackC", ReadMessagePackMsgpackC, corpus);
+        Register("ReadMessagePack_Fnv1aOfTheTextsFloor", Fnv1aOfTheTextsFloor, corpus);
         Register("ReadYaml", ReadYamlBinding, corpus);
         Register("ReadYaml_BareLibyamlEvents", ReadYamlBareEvents, corpus);
         Register("ReadYaml_YamlCpp", ReadYamlYamlCpp, corpus);
