@@ -71,7 +71,8 @@ DocumentPool::Page* DocumentPool::AddPage(std::uint8_t sizeClass) {
     }
     const std::uint16_t recordSize = kPoolRecordSizes[sizeClass];
     const auto capacity = static_cast<std::uint16_t>((platform::kPageSize - kPageHeaderSize) / recordSize);
-    auto* page = new (memory) Page{allPages_, nullptr, nullptr, nullptr, nullptr, 0, 0, capacity, recordSize, sizeClass};
+    auto* page =
+        new (memory) Page{allPages_, nullptr, nullptr, nullptr, nullptr, 0, 0, capacity, recordSize, sizeClass};
     if (allPages_ != nullptr) {
         allPages_->previous = page;
     }

@@ -11,8 +11,9 @@ namespace wex {
 // The record sizes of a document pool's size classes: each is the largest
 // multiple of 16 of which a page holds a given count, so little of a page is
 // left unused.
-inline constexpr std::array<std::uint16_t, 24> kPoolRecordSizes = {
-    16, 32, 48, 64, 80, 96, 112, 128, 144, 160, 192, 224, 256, 288, 336, 400, 448, 496, 576, 672, 800, 1008, 1344, 2016};
+inline constexpr std::array<std::uint16_t, 24> kPoolRecordSizes = {16,  32,  48,  64,  80,  96,   112,  128,
+                                                                   144, 160, 192, 224, 256, 288,  336,  400,
+                                                                   448, 496, 576, 672, 800, 1008, 1344, 2016};
 
 // The size class of each size, in units of 16 bytes rounded up.
 inline constexpr auto kPoolClassOfUnits = [] {
@@ -71,10 +72,10 @@ class DocumentPool {
         Page* previous;
         Page* nextWithRoom;  // the pages of this size class that have a free record
         Page* previousWithRoom;
-        void* freeRecords;        // each holds a pointer to the next
+        void* freeRecords;  // each holds a pointer to the next
         std::uint16_t used;
-        std::uint16_t carved;     // records handed out at least once; the rest lie untouched
-        std::uint16_t capacity;   // records the page holds
+        std::uint16_t carved;    // records handed out at least once; the rest lie untouched
+        std::uint16_t capacity;  // records the page holds
         std::uint16_t recordSize;
         std::uint8_t sizeClass;
     };
@@ -87,7 +88,8 @@ class DocumentPool {
         if (record != nullptr) {
             page->freeRecords = *static_cast<void**>(record);
         } else {
-            record = reinterpret_cast<unsigned char*>(page) + kPageHeaderSize + std::size_t{page->carved} * page->recordSize;
+            record =
+                reinterpret_cast<unsigned char*>(page) + kPageHeaderSize + std::size_t{page->carved} * page->recordSize;
             ++page->carved;
         }
         if (++page->used == page->capacity) {

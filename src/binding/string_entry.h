@@ -28,7 +28,7 @@ inline std::uint64_t TextPrefix(std::string_view text) {
 
 // One interned string of a document: a header followed by the bytes and a zero.
 struct StringEntry {
-    StringEntry* next;  // in its hash bucket
+    StringEntry* next;     // in its hash bucket
     std::uint64_t prefix;  // TextPrefix of the bytes
     std::uint32_t hash;
     std::uint32_t references;

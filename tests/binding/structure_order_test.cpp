@@ -68,10 +68,22 @@ TEST(StructureOrder, NamesWithZeroBytesAreDistinctMembers) {
 // look like padding, and bytes above 0x7F must still sort by every byte.
 TEST(StructureOrder, NamesAlikeInTheirFirstEightBytesSortByEveryByte) {
     using namespace std::string_literals;
-    const std::vector<std::string> names = {
-        "abcdefgh"s, "abcdefghi"s, "abcdefgg"s, "abcdefgh\x01"s, "abcdefg"s, "abcdefg\0"s, "abcdefg\0\0"s,
-        "abcdefg\x80"s, "a\0"s, "a"s, "\0"s, "\xFF"s, "\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF"s,
-        "\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\0"s, "abcdefghabcdefgh"s, "abcdefghabcdefgi"s};
+    const std::vector<std::string> names = {"abcdefgh"s,
+                                            "abcdefghi"s,
+                                            "abcdefgg"s,
+                                            "abcdefgh\x01"s,
+                                            "abcdefg"s,
+                                            "abcdefg\0"s,
+                                            "abcdefg\0\0"s,
+                                            "abcdefg\x80"s,
+                                            "a\0"s,
+                                            "a"s,
+                                            "\0"s,
+                                            "\xFF"s,
+                                            "\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF"s,
+                                            "\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\0"s,
+                                            "abcdefghabcdefgh"s,
+                                            "abcdefghabcdefgi"s};
     std::vector<std::string> sorted = names;
     std::sort(sorted.begin(), sorted.end());
     const std::vector<std::string> reversed(sorted.rbegin(), sorted.rend());
