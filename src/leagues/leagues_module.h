@@ -1,18 +1,94 @@
 #pragma once
 
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "binding/failure.h"
+#include "binding/maybe_type.h"
+#include "binding/property.h"
+#include "host/framework_records.h"
+#include "leagues/champion_stats.h"
+#include "leagues/gameflow_session.h"
+#include "leagues/league.h"
+#include "leagues/league_list_dto.h"
+#include "leagues/league_state.h"
+#include "leagues/league_team.h"
+#include "leagues/login_records.h"
+#include "leagues/message_dto.h"
+#include "leagues/participant_tiers.h"
 #include "plugin/app_module.h"
 
 namespace Orvel::Client::Leagues {
 
+// Second argument of "getMasterLeagueTopX": how many master places to fetch.
+inline constexpr std::uint64_t MaxMasterLeagueEntries = 200;
+
 // The league plug-in's module: its types and routes, the watched state and
-// the league logic on top of the framework.
+// the league logic on top of the framework. [host-thread]
 class LeaguesModule : public wex::AppModule {
-public:
+  public:
     LeaguesModule();
     ~LeaguesModule() override;
 
     void RegisterRoutesAndTypes() override;
+    // Watches the six resources of other plug-ins and the server's league messages.
     bool OnStart() override;
+
+    LeagueState& WatchedState() { return state; }
+
+    // ---- Watched resources ---------------------------------------------------
+
+    // A complete, successful session logs the player in; the ids are taken
+    // when the login begins and dropped only when the session is deleted.
+    void OnLoginSession(wex::PluginResourceEventType eventType, const Api::LoginSession& session);
+    void OnLoginDataPacket(wex::PluginResourceEventType eventType, const Api::LoginDataPacket& packet);
+    // Only the first delivery counts, whatever its event type.
+    void OnSeasonRewardConfig(wex::PluginResourceEventType eventType, const Api::SeasonRewardConfig& config);
+    void OnLeagueServiceEnabled(wex::PluginResourceEventType eventType, const wex::BindingProperty& value);
+    void OnJwtEnabled(wex::PluginResourceEventType eventType, const wex::BindingProperty& value);
+    // Keeps the phase and holds notifications back during a game's set-up and play.
+    void OnGameflowSession(wex::PluginResourceEventType eventType, const Api::GameflowSession& session);
+    // A league message that the server pushed.
+    void HandleLeaguesMessage(const LCDS::SimpleMessage& message);
+
+    // ---- Fetching from the league service --------------------------------------
+    // Failures of the server calls are logged as errors where they are met.
+
+    // One league list of the "leagues" service, converted for the requester.
+    // Fails without a code, and without a log line when the service is off.
+    wex::MaybeType<wex::Failure, Api::League> GetLeague(const std::string& methodName, Api::LeagueQueueType queue,
+                                                        const std::vector<std::string>& arguments,
+                                                        std::uint64_t requesterId);
+    // Appends the challenger and the master league of a queue, their apex
+    // movements marked and their places numbered, or nothing when either
+    // cannot be fetched.
+    void GetApexLeagues(Api::LeagueQueueType queue, Api::ApexLeagues& output);
+    // The current player's league entries.
+    wex::MaybeType<wex::Failure, LCDS::SummonerLeagueItemsDTO> LoadSummonerLeaguesData();
+
+    // ---- Routes: each failure answers status 500 ------------------------------
+
+    // A player's leagues (the current player's own, or another's), the apex
+    // ones with their movements, every one numbered from 1.
+    wex::MaybeType<wex::Failure, std::vector<Api::League>> GetSummonerLeagues(std::uint64_t summonerId);
+    // The apex leagues of the three ranked queues, those that could be fetched.
+    wex::MaybeType<wex::Failure, Api::ApexLeagues> GetChallengerLeagues();
+    // A team and its members' statistics, which may be missing.
+    wex::MaybeType<wex::Failure, Api::LeagueTeam> GetTeam(const std::string& id);
+    wex::MaybeType<wex::Failure, std::vector<Api::LeagueChampAndStat>> GetSummonerTopChamps(std::uint64_t summonerId);
+    wex::MaybeType<wex::Failure, std::vector<Api::ParticipantTiers>> GetTiers(
+        const std::vector<std::uint64_t>& summonerIds, const std::vector<Api::LeagueQueueType>& queueTypes);
+
+  private:
+    void RegisterRoutes();
+    template <class T>
+    void Watch(const std::string& uri, void (LeaguesModule::*handler)(wex::PluginResourceEventType, const T&));
+    // The challenger league's next update and the apex movements of a
+    // player's master or challenger league.
+    void AddApexMovements(Api::League& league);
+
+    LeagueState state;
 };
 
 }  // namespace Orvel::Client::Leagues
