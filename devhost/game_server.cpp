@@ -24,9 +24,13 @@ void GameServer::Script(const std::string& destination, const std::string& metho
     answers_.insert_or_assign(std::make_pair(destination, method), std::move(answer));
 }
 
-ServerAnswer GameServer::Answer(std::string_view destination, std::string_view method) const {
+ServerAnswer GameServer::Answer(std::string_view destination, std::string_view method,
+                                const wex::BindingProperty& arguments) const {
     const auto found = answers_.find(std::make_pair(std::string(destination), std::string(method)));
     if (found == answers_.end()) {
+        if (responder_) {
+            return responder_(destination, method, arguments);
+        }
         return ServerAnswer::Failure("No answer scripted for " + std::string(destination) + "." + std::string(method));
     }
     return found->second;

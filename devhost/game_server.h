@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
@@ -29,16 +30,24 @@ struct ServerAnswer {
     static ServerAnswer Failure(std::string error, std::uint32_t status = 500, int turns = 1);
 };
 
+// Answers a call from its destination, method and argument list (a collection).
+using ServerResponder = std::function<ServerAnswer(std::string_view destination, std::string_view method,
+                                                   const wex::BindingProperty& arguments)>;
+
 // The game server as tests script it: one answer per destination and method,
-// given to every call of it.
+// given to every call of it; calls without a script go to the responder, if any.
 class GameServer {
   public:
     void Script(const std::string& destination, const std::string& method, ServerAnswer answer);
-    // The scripted answer; an unscripted call fails, naming the call.
-    ServerAnswer Answer(std::string_view destination, std::string_view method) const;
+    void SetResponder(ServerResponder responder) { responder_ = std::move(responder); }
+
+    // The scripted answer, else the responder's; an unanswered call fails, naming the call.
+    ServerAnswer Answer(std::string_view destination, std::string_view method,
+                        const wex::BindingProperty& arguments = wex::BindingProperty()) const;
 
   private:
     std::map<std::pair<std::string, std::string>, ServerAnswer> answers_;
+    ServerResponder responder_;
 };
 
 }  // namespace tav::host

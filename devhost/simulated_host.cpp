@@ -68,6 +68,20 @@ wex::BindingProperty String(std::string_view text) {
     return value;
 }
 
+// The server call's arguments: the list at index (a collection is taken as
+// the list itself, any other value as its only element); none when absent.
+wex::BindingProperty ArgumentList(const std::vector<wex::BindingProperty>& arguments, std::size_t index) {
+    if (index < arguments.size() && arguments[index].Kind() == wex::BindingPropertyKind::Collection) {
+        return arguments[index];
+    }
+    wex::BindingProperty list;
+    list.MakeCollection();
+    if (index < arguments.size() && !arguments[index].IsEmpty()) {
+        list.Append() = arguments[index];
+    }
+    return list;
+}
+
 }  // namespace
 
 SimulatedHost& SimulatedHost::Owner(const CoreApi* api) {
@@ -284,8 +298,9 @@ void SimulatedHost::Fill(HostResponse& response, const ScriptedAnswer& answer) {
 
 // Server calls through the login plug-in: (destination, method, arguments).
 void SimulatedHost::Invoke(HostResponse& response, const std::vector<wex::BindingProperty>& arguments) {
-    const ServerAnswer answer = server_.Answer(arguments.size() > 0 ? arguments[0].AsString() : "",
-                                               arguments.size() > 1 ? arguments[1].AsString() : "");
+    const ServerAnswer answer =
+        server_.Answer(arguments.size() > 0 ? arguments[0].AsString() : "",
+                       arguments.size() > 1 ? arguments[1].AsString() : "", ArgumentList(arguments, 2));
     if (!answer.error.empty()) {
         Fill(response, ScriptedAnswer::Failure(answer.status, answer.error));
         return;
@@ -303,7 +318,7 @@ void SimulatedHost::StartServiceProxyCall(HostResponse& response, const std::vec
                                           bool uuidRequest) {
     const std::string_view service = arguments.size() > 0 ? arguments[0].AsString() : "";
     const std::string_view method = arguments.size() > 1 ? arguments[1].AsString() : "";
-    const ServerAnswer answer = server_.Answer(service, method);
+    const ServerAnswer answer = server_.Answer(service, method, ArgumentList(arguments, uuidRequest ? 3 : 5));
     std::string uuid;
     ScriptedAnswer started;
     if (uuidRequest) {

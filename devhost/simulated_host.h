@@ -53,6 +53,8 @@ class SimulatedHost {
     // Removes a resource; subscribers get a Delete on the next turn.
     void DeleteResource(const std::string& uri);
     void ScriptServer(const std::string& destination, const std::string& method, ServerAnswer answer);
+    // Answers the server calls that no script answers.
+    void SetServerResponder(ServerResponder responder) { server_.SetResponder(std::move(responder)); }
     // Queues a message that the server pushed, with a body of JSON text.
     void PushServerMessage(const std::string& typeName, std::string_view body);
     // Queues an event with a payload of JSON text.
