@@ -90,6 +90,41 @@ void ExpectFailure(const EndpointAnswer& answer, std::uint32_t status, const std
     EXPECT_EQ(answer.json, "");
 }
 
+// ---- The route table ------------------------------------------------------------
+
+// "method template argument:location ...", for the league routes in table order.
+Lines LeagueRoutes(const HostApiTable& table) {
+    Lines routes;
+    for (const HostEndpointRecord* endpoint = table.endpoints; endpoint != nullptr; endpoint = endpoint->next) {
+        const char* const pathTemplate = endpoint->pathTemplate;
+        if (pathTemplate == nullptr || std::string_view(pathTemplate).rfind("/tav-leagues/", 0) != 0) {
+            continue;
+        }
+        const std::uint32_t method = endpoint->method;
+        std::string route = std::to_string(method) + " " + pathTemplate;
+        const HostLocationRecord* location = endpoint->locations;
+        for (const HostArgumentRecord* argument = endpoint->arguments; argument != nullptr; argument = argument->next) {
+            const std::uint32_t where = location != nullptr ? location->location : 0;
+            route += std::string(" ") + argument->name + ":" + std::to_string(where);
+            location = location != nullptr ? location->next : nullptr;
+        }
+        routes.push_back(route);
+    }
+    return routes;
+}
+
+TEST_F(LeagueQueriesTest, TheQueryRoutesStandInTheirOrderWithTheirArgumentsAndLocations) {
+    const HostApiTable* const table = plugin.apiTable();
+    ASSERT_NE(table, nullptr);
+    EXPECT_EQ(LeagueRoutes(*table), (Lines{
+                                        "2 /tav-leagues/v1/summoner-leagues/{summonerId} summonerId:2",
+                                        "2 /tav-leagues/v1/challenger-leagues",
+                                        "2 /tav-leagues/v1/teams/{id} id:2",
+                                        "2 /tav-leagues/v1/summoner-top-champs/{summonerId} summonerId:2",
+                                        "2 /tav-leagues/v2/tiers summonerIds:1 queueTypes:1",
+                                    }));
+}
+
 // ---- The league service switch ----------------------------------------------
 
 TEST_F(LeagueQueriesTest, WithoutTheLeagueServiceTheLeagueRoutesFailWhileTeamsStillWork) {

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "host_record_lines.h"
 #include "plugin_library.h"
 #include "simulated_host.h"
 
@@ -40,6 +41,7 @@ class StartedLeaguePlugin {
     bool started() const { return started_; }
     const std::string& error() const { return library_.error(); }
     host::SimulatedHost& host() { return host_; }
+    const HostApiTable* apiTable() const { return library_.loadInfo().apiTable; }
     const host::HostRecords& records() const { return host_.Records(); }
 
     // ---- The platform ------------------------------------------------------
@@ -77,43 +79,10 @@ class StartedLeaguePlugin {
 
     // ---- What the plug-in did ----------------------------------------------
 
-    // The server calls made, in order, as "destination.method arguments",
-    // with the arguments as JSON text: "leagues.getAllLeaguesForPlayer [42]".
-    std::vector<std::string> ServerCalls() const {
-        std::vector<std::string> calls;
-        for (const host::RecordedRequest& request : host_.Records().requests) {
-            const auto& arguments = request.arguments;
-            if (request.path == "/tav-login/v1/session/invoke" && arguments.size() == 3) {
-                calls.push_back(Unquoted(arguments[0]) + "." + Unquoted(arguments[1]) + " " + arguments[2]);
-            } else if (request.path == "/tav-login/v1/service-proxy-uuid-requests" && arguments.size() == 4) {
-                calls.push_back(Unquoted(arguments[0]) + "." + Unquoted(arguments[1]) + " " + arguments[3]);
-            }
-        }
-        return calls;
-    }
-
-    // The lines logged at WARN and ERROR, without their time and line end:
-    // " ERROR| DBG| Failed to get Team: timed out".
-    std::vector<std::string> WarningAndErrorLines() const {
-        std::vector<std::string> lines;
-        for (const host::RecordedLogLine& line : host_.Records().logLines) {
-            if (line.level != 1 && line.level != 2) {
-                continue;
-            }
-            std::string text = line.text.substr(line.text.find("| ") + 2);
-            while (!text.empty() && (text.back() == '\n' || text.back() == '\r')) {
-                text.pop_back();
-            }
-            lines.push_back(text);
-        }
-        return lines;
-    }
+    std::vector<std::string> ServerCalls() const { return test::ServerCalls(host_.Records()); }
+    std::vector<std::string> WarningAndErrorLines() const { return test::WarningAndErrorLines(host_.Records()); }
 
   private:
-    static std::string Unquoted(const std::string& json) {
-        return json.size() >= 2 && json.front() == '"' ? json.substr(1, json.size() - 2) : json;
-    }
-
     host::SimulatedHost host_;
     host::PluginLibrary library_;
     bool started_ = false;
