@@ -1,10 +1,8 @@
 #include "binding/failure.h"
 
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
-
 #include <cmath>
 
+#include "codec/rapidjson.h"
 #include "diagnostics/format_message.h"
 #include "diagnostics/format_named_message.h"
 
