@@ -1,7 +1,7 @@
 # make deps | make run | make test | make bench | make fuzz
 # Every target installs the Debian packages it needs first (as root, or through sudo).
 
-PACKAGES := cmake ninja-build g++ g++-multilib clang libclang-rt-14-dev \
+PACKAGES := cmake ninja-build pkg-config g++ g++-multilib clang libclang-rt-14-dev \
             rapidjson-dev libyaml-dev libgtest-dev libgmock-dev libbenchmark-dev \
             libcpp-httplib-dev libcli11-dev nlohmann-json3-dev libmsgpack-dev libyaml-cpp-dev
 SUDO := $(shell [ "$$(id -u)" -eq 0 ] || echo sudo)

@@ -24,6 +24,10 @@ void GameServer::Script(const std::string& destination, const std::string& metho
     answers_.insert_or_assign(std::make_pair(destination, method), std::move(answer));
 }
 
+void GameServer::Unscript(const std::string& destination, const std::string& method) {
+    answers_.erase(std::make_pair(destination, method));
+}
+
 ServerAnswer GameServer::Answer(std::string_view destination, std::string_view method,
                                 const wex::BindingProperty& arguments) const {
     const auto found = answers_.find(std::make_pair(std::string(destination), std::string(method)));

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -24,6 +25,11 @@ struct ServerAnswer {
     std::string error;           // not empty: the call fails with this text
     std::uint32_t status = 500;  // of a synchronous call that fails
     int turns = 1;
+    // A service-proxy answer also waits until the host's clock has moved on this far.
+    double delaySeconds = 0.0;
+    // Set: the answer's payload is this text as it is, JSON or not (a
+    // service-proxy payload, or the body string of a synchronous call).
+    std::optional<std::string> payloadText;
 
     // A body of JSON text (std::invalid_argument for text that is not JSON).
     static ServerAnswer Json(std::string className, std::string_view body, int turns = 1);
@@ -39,6 +45,8 @@ using ServerResponder = std::function<ServerAnswer(std::string_view destination,
 class GameServer {
   public:
     void Script(const std::string& destination, const std::string& method, ServerAnswer answer);
+    void Unscript(const std::string& destination, const std::string& method);
+    void UnscriptAll() { answers_.clear(); }
     void SetResponder(ServerResponder responder) { responder_ = std::move(responder); }
 
     // The scripted answer, else the responder's; an unanswered call fails, naming the call.

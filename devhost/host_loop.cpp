@@ -10,15 +10,19 @@ void HostLoop::Schedule(HostScheduledCallback callback, void* userData, double d
 }
 
 void HostLoop::QueueEvent(std::string name, wex::BindingProperty payload) {
-    events_.push_back({nextSequence_++, 0, std::move(name), std::move(payload)});
+    events_.push_back({nextSequence_++, 0, 0.0, std::move(name), std::move(payload)});
 }
 
-void HostLoop::QueueAnswer(int turns, std::string name, wex::BindingProperty payload) {
+void HostLoop::QueueAnswer(int turns, std::string name, wex::BindingProperty payload, double delaySeconds) {
     const std::uint64_t dueTurn = turn_ + static_cast<std::uint64_t>(std::max(turns, 1));
-    answers_.push_back({nextSequence_++, dueTurn, std::move(name), std::move(payload)});
+    const double dueTime = now_ + (delaySeconds > 0.0 ? delaySeconds : 0.0);
+    answers_.push_back({nextSequence_++, dueTurn, dueTime, std::move(name), std::move(payload)});
 }
 
 void HostLoop::RunTurn() {
+    if (turnHook_) {
+        turnHook_();
+    }
     const std::uint64_t turn = ++turn_;
     const std::uint64_t before = nextSequence_;
     Scheduled callback{};
@@ -50,10 +54,16 @@ void HostLoop::AdvanceClock(double seconds) {
     RunTurn();
 }
 
+void HostLoop::MoveClockTo(double now) {
+    now_ = std::max(now_, now);
+}
+
 bool HostLoop::Idle() const {
     const bool callbackDue =
         std::any_of(scheduled_.begin(), scheduled_.end(), [this](const Scheduled& item) { return item.due <= now_; });
-    return !callbackDue && events_.empty() && answers_.empty();
+    const bool answerDue =
+        std::any_of(answers_.begin(), answers_.end(), [this](const Queued& item) { return item.dueTime <= now_; });
+    return !callbackDue && events_.empty() && !answerDue;
 }
 
 void HostLoop::Clear() {
@@ -78,9 +88,10 @@ bool HostLoop::TakeDueCallback(std::uint64_t before, Scheduled& taken) {
     return true;
 }
 
-bool HostLoop::TakeQueued(std::deque<Queued>& queue, std::uint64_t before, std::uint64_t turn, Queued& taken) {
-    const auto found = std::find_if(queue.begin(), queue.end(),
-                                    [&](const Queued& item) { return item.sequence < before && item.dueTurn <= turn; });
+bool HostLoop::TakeQueued(std::deque<Queued>& queue, std::uint64_t before, std::uint64_t turn, Queued& taken) const {
+    const auto found = std::find_if(queue.begin(), queue.end(), [&](const Queued& item) {
+        return item.sequence < before && item.dueTurn <= turn && item.dueTime <= now_;
+    });
     if (found == queue.end()) {
         return false;
     }

@@ -12,7 +12,7 @@
 namespace tav::host {
 
 // The host's cooperative loop on one thread, with a virtual clock. One turn
-// runs, in this order: the scheduled callbacks whose time has come, the
+// runs, in this order: the turn hook (if set), the scheduled callbacks whose time has come, the
 // queued events, and the service-proxy answers whose turn has come. Only
 // what was queued before the turn began runs in it, so a callback scheduled
 // with delay 0 runs on the next turn. Each item leaves its queue before it
@@ -26,15 +26,20 @@ class HostLoop {
     // A delay that is not positive (or not a number) means the next turn.
     void Schedule(HostScheduledCallback callback, void* userData, double delaySeconds);
     void QueueEvent(std::string name, wex::BindingProperty payload);
-    // Delivered on the turns'th turn from now (at least the next).
-    void QueueAnswer(int turns, std::string name, wex::BindingProperty payload);
+    // Delivered on the turns'th turn from now (at least the next), and not
+    // before the clock has moved on delaySeconds.
+    void QueueAnswer(int turns, std::string name, wex::BindingProperty payload, double delaySeconds = 0.0);
+    // Runs at the start of every turn, before anything else; it may move the clock.
+    void SetTurnHook(std::function<void()> hook) { turnHook_ = std::move(hook); }
 
     void RunTurn();
     // Runs turns while something is waiting to run, at most maxTurns; answers
-    // how many ran. Callbacks scheduled for a later time do not count.
+    // how many ran. Callbacks and answers held for a later time do not count.
     std::size_t RunUntilIdle(std::size_t maxTurns);
     // Moves the clock on, then runs a turn.
     void AdvanceClock(double seconds);
+    // Moves the clock on to now, without a turn; a time before the clock's is ignored.
+    void MoveClockTo(double now);
 
     bool Idle() const;
     double Now() const { return now_; }
@@ -52,14 +57,16 @@ class HostLoop {
     struct Queued {
         std::uint64_t sequence;
         std::uint64_t dueTurn;
+        double dueTime;
         std::string name;
         wex::BindingProperty payload;
     };
 
     bool TakeDueCallback(std::uint64_t before, Scheduled& taken);
-    static bool TakeQueued(std::deque<Queued>& queue, std::uint64_t before, std::uint64_t turn, Queued& taken);
+    bool TakeQueued(std::deque<Queued>& queue, std::uint64_t before, std::uint64_t turn, Queued& taken) const;
 
     Deliver deliver_;
+    std::function<void()> turnHook_;
     double now_ = 0.0;
     std::uint64_t turn_ = 0;
     std::uint64_t nextSequence_ = 0;

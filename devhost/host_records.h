@@ -30,6 +30,14 @@ struct RecordedSchedule {
     double delaySeconds = 0.0;
 };
 
+// One call that the plug-in made on the game server, through any of the
+// login plug-in's endpoints; its arguments as a JSON array.
+struct RecordedServerCall {
+    std::string destination;
+    std::string method;
+    std::string arguments;
+};
+
 struct RecordedLogLine {
     std::int32_t level = 0;
     std::string text;
@@ -50,6 +58,7 @@ struct HostRecords {
     std::size_t endWaits = 0;
     std::size_t yields = 0;
     std::vector<RecordedLogLine> logLines;
+    std::vector<RecordedServerCall> serverCalls;
     std::vector<std::string> journal;
 };
 

@@ -1,9 +1,9 @@
 #include "inspect.h"
 
-#include <iterator>
 #include <string>
 #include <vector>
 
+#include "api_table_text.h"
 #include "method_text.h"
 #include "simulated_host.h"
 
@@ -30,58 +30,16 @@ void PrintLines(std::ostream& out, const char* title, const std::vector<std::str
     }
 }
 
-const char* Text(const char* text) {
-    return text != nullptr ? text : "";
-}
-
-const char* KindName(std::uint32_t kind) {
-    static const char* const kNames[] = {"",       "bool",   "int8",   "uint8",  "int16",    "uint16", "int32",
-                                         "uint32", "int64",  "uint64", "float",  "double",   "string", "object",
-                                         "blob",   "vector", "enum",   "struct", "callback", "map"};
-    return kind < std::size(kNames) ? kNames[kind] : "";
-}
-
-const char* LocationName(std::uint32_t location) {
-    switch (location) {
-        case 1:
-            return "query";
-        case 2:
-            return "path";
-        case 4:
-            return "header";
-        case 5:
-            return "body";
-        default:
-            return "anywhere";
-    }
-}
-
-// "vector of struct Standing", "uint64", or "none" for a function without a result.
-std::string TypeText(std::uint32_t kind, std::uint32_t elementKind, const char* typeName) {
-    if (kind == 0) {
-        return "none";
-    }
-    std::string text = KindName(kind);
-    if (elementKind != 0) {
-        text += std::string(" of ") + KindName(elementKind);
-    }
-    if (*Text(typeName) != '\0') {
-        text += std::string(" ") + typeName;
-    }
-    return text;
-}
-
 // The table read as a C host reads it: every array walked through its next pointers.
 void PrintApiTable(std::ostream& out, const HostApiTable& table) {
     out << "Routes (" << table.endpointCount << "):\n";
     for (const HostEndpointRecord* endpoint = table.endpoints; endpoint != nullptr; endpoint = endpoint->next) {
-        const char* method = endpoint->method == 8 ? Text(endpoint->methodName) : MethodText(endpoint->method);
-        out << "  " << method << ' ' << Text(endpoint->pathTemplate) << " -> " << Text(endpoint->functionName)
+        out << "  " << EndpointMethod(*endpoint) << ' ' << TextOf(endpoint->pathTemplate) << " -> " << TextOf(endpoint->functionName)
             << " returns " << TypeText(endpoint->resultKind, endpoint->resultElementKind, endpoint->resultTypeName)
             << '\n';
         const HostLocationRecord* location = endpoint->locations;
         for (const HostArgumentRecord* argument = endpoint->arguments; argument != nullptr; argument = argument->next) {
-            out << "    " << Text(argument->name) << ": "
+            out << "    " << TextOf(argument->name) << ": "
                 << TypeText(argument->kind, argument->elementKind, argument->typeName) << " from "
                 << LocationName(location != nullptr ? location->location : 0) << '\n';
             location = location != nullptr ? location->next : nullptr;
@@ -89,18 +47,18 @@ void PrintApiTable(std::ostream& out, const HostApiTable& table) {
     }
     out << "Types (" << table.typeCount << "):\n";
     for (const HostTypeRecord* type = table.types; type != nullptr; type = type->next) {
-        out << "  " << Text(type->name) << " (" << type->size << " bytes)\n";
+        out << "  " << TextOf(type->name) << " (" << type->size << " bytes)\n";
         for (const HostFieldRecord* field = type->fields; field != nullptr; field = field->next) {
-            out << "    " << Text(field->name) << ": " << TypeText(field->kind, field->elementKind, field->typeName)
+            out << "    " << TextOf(field->name) << ": " << TypeText(field->kind, field->elementKind, field->typeName)
                 << '\n';
         }
         for (const HostEnumeratorRecord* value = type->enumerators; value != nullptr; value = value->next) {
-            out << "    " << Text(value->name) << " = " << value->value << '\n';
+            out << "    " << TextOf(value->name) << " = " << value->value << '\n';
         }
     }
     out << "Events (" << table.eventCount << "):\n";
     for (const HostEventRecord* event = table.events; event != nullptr; event = event->next) {
-        out << "  " << Text(event->name) << ": " << Text(event->payloadTypeName) << '\n';
+        out << "  " << TextOf(event->name) << ": " << TextOf(event->payloadTypeName) << '\n';
     }
 }
 

@@ -11,6 +11,7 @@
 #include "event_names.h"
 #include "host_value_json.h"
 #include "method_text.h"
+#include "value_builders.h"
 
 namespace tav::host {
 
@@ -53,21 +54,6 @@ std::string NumberText(double number) {
     return text.str();
 }
 
-wex::BindingProperty Structure(std::initializer_list<std::pair<const char*, wex::BindingProperty>> members) {
-    wex::BindingProperty structure;
-    structure.MakeStructure();
-    for (const auto& [name, value] : members) {
-        structure.Member(name) = value;
-    }
-    return structure;
-}
-
-wex::BindingProperty String(std::string_view text) {
-    wex::BindingProperty value;
-    value.SetString(text);
-    return value;
-}
-
 // The server call's arguments: the list at index (a collection is taken as
 // the list itself, any other value as its only element); none when absent.
 wex::BindingProperty ArgumentList(const std::vector<wex::BindingProperty>& arguments, std::size_t index) {
@@ -80,6 +66,13 @@ wex::BindingProperty ArgumentList(const std::vector<wex::BindingProperty>& argum
         list.Append() = arguments[index];
     }
     return list;
+}
+
+std::string PayloadText(const ServerAnswer& answer) {
+    if (!answer.error.empty()) {
+        return "";
+    }
+    return answer.payloadText ? *answer.payloadText : wex::WriteJson(answer.body);
 }
 
 }  // namespace
@@ -176,6 +169,15 @@ void SimulatedHost::PublishResourceChange(const std::string& uri, const char* ev
 
 void SimulatedHost::ScriptServer(const std::string& destination, const std::string& method, ServerAnswer answer) {
     server_.Script(destination, method, std::move(answer));
+}
+
+void SimulatedHost::UnscriptServer(const std::string& destination, const std::string& method) {
+    server_.Unscript(destination, method);
+}
+
+const wex::BindingProperty* SimulatedHost::Resource(const std::string& uri) const {
+    const auto found = resources_.find(uri);
+    return found != resources_.end() ? &found->second : nullptr;
 }
 
 void SimulatedHost::PushServerMessage(const std::string& typeName, std::string_view body) {
@@ -296,17 +298,24 @@ void SimulatedHost::Fill(HostResponse& response, const ScriptedAnswer& answer) {
     }
 }
 
+ServerAnswer SimulatedHost::CallServer(std::string_view destination, std::string_view method,
+                                       const wex::BindingProperty& arguments) {
+    records_.serverCalls.push_back({std::string(destination), std::string(method), wex::WriteJson(arguments)});
+    return server_.Answer(destination, method, arguments);
+}
+
 // Server calls through the login plug-in: (destination, method, arguments).
 void SimulatedHost::Invoke(HostResponse& response, const std::vector<wex::BindingProperty>& arguments) {
-    const ServerAnswer answer =
-        server_.Answer(arguments.size() > 0 ? arguments[0].AsString() : "",
-                       arguments.size() > 1 ? arguments[1].AsString() : "", ArgumentList(arguments, 2));
+    const ServerAnswer answer = CallServer(arguments.size() > 0 ? arguments[0].AsString() : "",
+                                           arguments.size() > 1 ? arguments[1].AsString() : "",
+                                           ArgumentList(arguments, 2));
     if (!answer.error.empty()) {
         Fill(response, ScriptedAnswer::Failure(answer.status, answer.error));
         return;
     }
     ScriptedAnswer lcdsResponse;
-    lcdsResponse.value = Structure({{"typeName", String(answer.className)}, {"body", answer.body}});
+    const wex::BindingProperty body = answer.payloadText ? String(*answer.payloadText) : answer.body;
+    lcdsResponse.value = Structure({{"typeName", String(answer.className)}, {"body", body}});
     Fill(response, lcdsResponse);
 }
 
@@ -318,7 +327,7 @@ void SimulatedHost::StartServiceProxyCall(HostResponse& response, const std::vec
                                           bool uuidRequest) {
     const std::string_view service = arguments.size() > 0 ? arguments[0].AsString() : "";
     const std::string_view method = arguments.size() > 1 ? arguments[1].AsString() : "";
-    const ServerAnswer answer = server_.Answer(service, method, ArgumentList(arguments, uuidRequest ? 3 : 5));
+    const ServerAnswer answer = CallServer(service, method, ArgumentList(arguments, uuidRequest ? 3 : 5));
     std::string uuid;
     ScriptedAnswer started;
     if (uuidRequest) {
@@ -330,14 +339,14 @@ void SimulatedHost::StartServiceProxyCall(HostResponse& response, const std::vec
         Structure({{"uuid", String(uuid)},
                    {"serviceName", String(service)},
                    {"methodName", String(answeredMethod)},
-                   {"payload", String(answer.error.empty() ? wex::WriteJson(answer.body) : "")},
+                   {"payload", String(PayloadText(answer))},
                    {"status", String(answer.error.empty() ? "200" : std::to_string(answer.status))},
                    {"error", String(answer.error)}});
     const std::string name = uuidRequest ? "OnServiceProxyUuidEvent" : "OnServiceProxyMethodEvent";
     if (answer.turns == ServerAnswer::kDuringRequest) {
         Deliver(name, event);
     } else if (answer.turns != ServerAnswer::kNever) {
-        loop_.QueueAnswer(answer.turns, name, event);
+        loop_.QueueAnswer(answer.turns, name, event, answer.delaySeconds);
     }
     Fill(response, started);
 }
@@ -346,6 +355,9 @@ void SimulatedHost::OnSendEvent(const HostEvent& event) {
     const HostValue payload = event.payload;
     records_.events.push_back({Text(event.name), HostValueJson(payload)});
     records_.journal.push_back("SendEvent " + Text(event.name));
+    if (eventListener_) {
+        eventListener_(records_.events.back());
+    }
 }
 
 void SimulatedHost::OnSubscribe(const char* name, std::uint32_t hostContext, HostEventCallback callback, void* userData,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -53,6 +54,8 @@ class SimulatedHost {
     // Removes a resource; subscribers get a Delete on the next turn.
     void DeleteResource(const std::string& uri);
     void ScriptServer(const std::string& destination, const std::string& method, ServerAnswer answer);
+    void UnscriptServer(const std::string& destination, const std::string& method);
+    void UnscriptServer() { server_.UnscriptAll(); }
     // Answers the server calls that no script answers.
     void SetServerResponder(ServerResponder responder) { server_.SetResponder(std::move(responder)); }
     // Queues a message that the server pushed, with a body of JSON text.
@@ -65,6 +68,10 @@ class SimulatedHost {
     // ---- The loop ----------------------------------------------------------
 
     void RunTurn() { loop_.RunTurn(); }
+    bool Idle() const { return loop_.Idle(); }
+    // Runs at the start of every turn, inside the plug-in's waits too.
+    void SetTurnHook(std::function<void()> hook) { loop_.SetTurnHook(std::move(hook)); }
+    void MoveClockTo(double now) { loop_.MoveClockTo(now); }
     std::size_t RunUntilIdle(std::size_t maxTurns = 100) { return loop_.RunUntilIdle(maxTurns); }
     void AdvanceClock(double seconds) { loop_.AdvanceClock(seconds); }
     double Now() const { return loop_.Now(); }
@@ -77,6 +84,10 @@ class SimulatedHost {
     // ---- What happened -----------------------------------------------------
 
     const HostRecords& Records() const { return records_; }
+    // Told of every event the plug-in sends, as it is recorded.
+    void SetEventListener(std::function<void(const RecordedEvent&)> listener) { eventListener_ = std::move(listener); }
+    // The current value of a resource; null when there is none.
+    const wex::BindingProperty* Resource(const std::string& uri) const;
     void ClearRecords() { records_ = HostRecords(); }
     // Subscriptions in place now, by event name.
     std::size_t SubscriberCount(const std::string& name) const;
@@ -112,6 +123,9 @@ class SimulatedHost {
     void Respond(HostResponse& response, const RecordedRequest& request,
                  const std::vector<wex::BindingProperty>& arguments);
     void Fill(HostResponse& response, const ScriptedAnswer& answer);
+    // Records the call and asks the game server.
+    ServerAnswer CallServer(std::string_view destination, std::string_view method,
+                            const wex::BindingProperty& arguments);
     void Invoke(HostResponse& response, const std::vector<wex::BindingProperty>& arguments);
     void StartServiceProxyCall(HostResponse& response, const std::vector<wex::BindingProperty>& arguments,
                                bool uuidRequest);
@@ -129,6 +143,7 @@ class SimulatedHost {
     GameServer server_;
     std::uint64_t nextUuid_ = 1;
     std::vector<std::unique_ptr<ScriptedStream>> streams_;
+    std::function<void(const RecordedEvent&)> eventListener_;
 };
 
 }  // namespace tav::host

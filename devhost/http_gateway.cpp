@@ -1,0 +1,119 @@
+#include "http_gateway.h"
+
+#include <httplib.h>
+
+#include "control_routes.h"
+
+namespace tav::host {
+
+namespace {
+
+constexpr std::size_t kServerThreads = 16;
+constexpr std::chrono::milliseconds kEventWait{500};
+
+void Write(httplib::Response& response, const HttpAnswer& answer) {
+    response.status = answer.status;
+    if (!answer.body.empty()) {
+        response.set_content(answer.body, answer.contentType.c_str());
+    }
+}
+
+bool Authorized(const httplib::Request& request, const std::string& token) {
+    return token.empty() || request.get_header_value("Authorization") == "Bearer " + token ||
+           request.get_param_value("token") == token;
+}
+
+// Streams events from the one published next; comments in between find a reader that has gone.
+void StreamEvents(EventStream& events, httplib::Response& response) {
+    response.set_header("Cache-Control", "no-cache");
+    auto next = std::make_shared<std::uint64_t>(events.Next());
+    auto greeted = std::make_shared<bool>(false);
+    response.set_chunked_content_provider("text/event-stream", [&events, next, greeted](std::size_t, httplib::DataSink& sink) {
+        if (!*greeted) {
+            *greeted = true;
+            const std::string hello = ": tav-host events\n\n";
+            return sink.write(hello.data(), hello.size());
+        }
+        std::string text;
+        if (events.Wait(*next, text, kEventWait)) {
+            return sink.write(text.data(), text.size());
+        }
+        if (events.Closed()) {
+            sink.done();
+            return true;
+        }
+        const std::string keepAlive = ": keep-alive\n\n";
+        return sink.write(keepAlive.data(), keepAlive.size());
+    });
+}
+
+}  // namespace
+
+HttpGateway::HttpGateway(HostSession& session, HostWorkQueue& queue, EventStream& events, GatewayOptions options)
+    : session_(session), queue_(queue), events_(events), options_(std::move(options)),
+      server_(std::make_unique<httplib::Server>()) {
+    server_->new_task_queue = [] { return new httplib::ThreadPool(kServerThreads); };
+    Route();
+}
+
+HttpGateway::~HttpGateway() {
+    Stop();
+}
+
+void HttpGateway::Route() {
+    const auto handle = [this](const httplib::Request& request, httplib::Response& response) {
+        if (!Authorized(request, options_.accessToken)) {
+            Write(response, HttpAnswer::Failure(401, "This tav-host needs the access token it printed at start, "
+                                                     "as \"Authorization: Bearer TOKEN\" or \"?token=TOKEN\""));
+            return;
+        }
+        if (request.method == "GET" && request.path == "/devhost/events") {
+            StreamEvents(events_, response);
+            return;
+        }
+        const std::string method = request.method;
+        const std::string path = request.path;
+        const std::string target = request.target;
+        const std::string body = request.body;
+        const std::string contentType = request.get_header_value("Content-Type");
+        HostSession& session = session_;
+        const bool control = path.rfind(kControlPrefix, 0) == 0;
+        std::future<HttpAnswer> answer = queue_.Post([=, &session] {
+            return control ? ServeControl(session, method, path, body)
+                           : session.CallRoute(method, target, body, contentType);
+        });
+        if (answer.wait_for(options_.answerTimeout) != std::future_status::ready) {
+            Write(response, HttpAnswer::Failure(504, "The host did not answer in time"));
+            return;
+        }
+        Write(response, answer.get());
+    };
+    server_->Get(".*", handle);
+    server_->Post(".*", handle);
+    server_->Put(".*", handle);
+    server_->Delete(".*", handle);
+    server_->Patch(".*", handle);
+    server_->Options(".*", handle);
+}
+
+bool HttpGateway::Bind() {
+    if (options_.port == 0) {
+        port_ = server_->bind_to_any_port(options_.address);
+        return port_ > 0;
+    }
+    port_ = options_.port;
+    return server_->bind_to_port(options_.address, options_.port);
+}
+
+void HttpGateway::Start() {
+    serving_ = std::thread([this] { server_->listen_after_bind(); });
+}
+
+void HttpGateway::Stop() {
+    if (serving_.joinable()) {
+        server_->stop();
+        serving_.join();
+    }
+}
+
+}  // namespace tav::host

@@ -1,0 +1,319 @@
+#include "league_world.h"
+
+#include <algorithm>
+#include <array>
+#include <functional>
+#include <stdexcept>
+
+#include "codec/json_writer.h"
+#include "codec/yaml_reader.h"
+#include "generated_entries.h"
+#include "value_builders.h"
+
+namespace tav::host {
+
+namespace {
+
+using wex::BindingProperty;
+using wex::BindingPropertyKind;
+
+class WorldError : public std::runtime_error {
+  public:
+    WorldError(const std::string& path, const std::string& what) : std::runtime_error(path + ": " + what) {}
+};
+
+constexpr std::array<std::string_view, 3> kQueues = {"RANKED_SOLO_5x5", "RANKED_FLEX_SR", "RANKED_FLEX_TT"};
+constexpr std::array<std::string_view, 7> kTiers = {"BRONZE",  "SILVER", "GOLD",      "PLATINUM",
+                                                    "DIAMOND", "MASTER", "CHALLENGER"};
+constexpr std::array<std::string_view, 5> kRanks = {"I", "II", "III", "IV", "V"};
+// Invented players of generated lists take ids from here on, far from the world's own.
+constexpr std::uint64_t kGeneratedIds = 9'000'000'000;
+
+std::string Child(const std::string& path, std::string_view name) {
+    return path.empty() ? std::string(name) : path + "." + std::string(name);
+}
+
+std::uint64_t ReadUnsigned(const BindingProperty& node, const std::string& path) {
+    if (node.Kind() != BindingPropertyKind::Unsigned) {
+        throw WorldError(path, "expected a whole number, 0 or more");
+    }
+    return node.AsUInt64();
+}
+
+double ReadNumber(const BindingProperty& node, const std::string& path) {
+    const auto kind = node.Kind();
+    if (kind != BindingPropertyKind::Unsigned && kind != BindingPropertyKind::Signed &&
+        kind != BindingPropertyKind::Float) {
+        throw WorldError(path, "expected a number");
+    }
+    return node.AsDouble();
+}
+
+bool ReadBool(const BindingProperty& node, const std::string& path) {
+    if (node.Kind() != BindingPropertyKind::Bool) {
+        throw WorldError(path, "expected true or false");
+    }
+    return node.ToBool();
+}
+
+// Texts may be written as numbers too (ids, message ids).
+std::string ReadText(const BindingProperty& node, const std::string& path) {
+    switch (node.Kind()) {
+        case BindingPropertyKind::String:
+            return std::string(node.AsString());
+        case BindingPropertyKind::Unsigned:
+        case BindingPropertyKind::Signed:
+            return node.ToString();
+        default:
+            throw WorldError(path, "expected a text");
+    }
+}
+
+template <std::size_t N>
+std::string ReadName(const BindingProperty& node, const std::string& path, const std::array<std::string_view, N>& names) {
+    const std::string text = ReadText(node, path);
+    if (std::find(names.begin(), names.end(), text) == names.end()) {
+        std::string known;
+        for (std::string_view name : names) {
+            known += (known.empty() ? "" : ", ") + std::string(name);
+        }
+        throw WorldError(path, "'" + text + "' is none of " + known);
+    }
+    return text;
+}
+
+const BindingProperty& Required(const BindingProperty& node, std::string_view name, const std::string& path) {
+    if (!node.HasMember(name)) {
+        throw WorldError(Child(path, name), "missing");
+    }
+    return node.Member(name);
+}
+
+void RequireStructure(const BindingProperty& node, const std::string& path) {
+    if (node.Kind() != BindingPropertyKind::Structure) {
+        throw WorldError(path.empty() ? "world" : path, "expected a mapping");
+    }
+}
+
+// Calls read for each element of the sequence member name; an absent member has none.
+void ForEach(const BindingProperty& node, std::string_view name, const std::string& path,
+             const std::function<void(const BindingProperty&, const std::string&)>& read) {
+    if (!node.HasMember(name)) {
+        return;
+    }
+    const BindingProperty& list = node.Member(name);
+    const std::string listPath = Child(path, name);
+    if (list.Kind() != BindingPropertyKind::Collection) {
+        throw WorldError(listPath, "expected a sequence");
+    }
+    for (std::size_t index = 0; index < list.Size(); ++index) {
+        read(list.At(index), listPath + "[" + std::to_string(index) + "]");
+    }
+}
+
+WorldPlayer ReadPlayer(const BindingProperty& node, const std::string& path) {
+    RequireStructure(node, path);
+    WorldPlayer player;
+    player.summonerId = ReadUnsigned(Required(node, "summonerId", path), Child(path, "summonerId"));
+    player.accountId = ReadUnsigned(Required(node, "accountId", path), Child(path, "accountId"));
+    player.name = ReadText(Required(node, "name", path), Child(path, "name"));
+    return player;
+}
+
+std::uint64_t ReadPlayerId(const LeagueWorld& world, const BindingProperty& node, const std::string& path) {
+    const std::uint64_t id = ReadUnsigned(node, path);
+    if (world.FindPlayer(id) == nullptr) {
+        throw WorldError(path, std::to_string(id) + " is not a player of the world");
+    }
+    return id;
+}
+
+// A listed entry: its wire members as written, the player's id and name, the list's queue and tier.
+BindingProperty ReadEntry(const LeagueWorld& world, const WorldLeague& league, const BindingProperty& node,
+                          const std::string& path) {
+    RequireStructure(node, path);
+    const WorldPlayer& player = *world.FindPlayer(ReadPlayerId(world, Required(node, "player", path), Child(path, "player")));
+    BindingProperty entry = node;
+    (void)entry.RemoveMember("player");
+    entry.Member("playerOrTeamId") = String(std::to_string(player.summonerId));
+    entry.Member("playerOrTeamName") = String(player.name);
+    entry.Member("queueType") = String(league.queue);
+    entry.Member("tier") = String(league.tier);
+    entry.Member("rank") =
+        String(node.HasMember("rank") ? ReadName(node.Member("rank"), Child(path, "rank"), kRanks) : "I");
+    return entry;
+}
+
+WorldLeague ReadLeague(const LeagueWorld& world, const BindingProperty& node, const std::string& path,
+                       std::uint64_t firstGeneratedId) {
+    RequireStructure(node, path);
+    WorldLeague league;
+    league.name = ReadText(Required(node, "name", path), Child(path, "name"));
+    league.queue = ReadName(Required(node, "queue", path), Child(path, "queue"), kQueues);
+    league.tier = ReadName(Required(node, "tier", path), Child(path, "tier"), kTiers);
+    if (node.HasMember("nextApexUpdate")) {
+        league.nextApexUpdate = ReadUnsigned(node.Member("nextApexUpdate"), Child(path, "nextApexUpdate"));
+    }
+    ForEach(node, "entries", path, [&](const BindingProperty& entry, const std::string& entryPath) {
+        league.entries.push_back(ReadEntry(world, league, entry, entryPath));
+    });
+    if (node.HasMember("generate")) {
+        const BindingProperty& generate = node.Member("generate");
+        const std::string generatePath = Child(path, "generate");
+        RequireStructure(generate, generatePath);
+        const std::uint64_t count = ReadUnsigned(Required(generate, "count", generatePath), Child(generatePath, "count"));
+        if (count > 10000) {
+            throw WorldError(Child(generatePath, "count"), "at most 10000 entries are generated");
+        }
+        const std::uint64_t seed = ReadUnsigned(Required(generate, "seed", generatePath), Child(generatePath, "seed"));
+        for (BindingProperty& entry : GenerateEntries(league, static_cast<std::uint32_t>(count), seed, firstGeneratedId)) {
+            league.entries.push_back(std::move(entry));
+        }
+    }
+    // Lists read best first, as the server keeps them.
+    std::stable_sort(league.entries.begin(), league.entries.end(), [](const BindingProperty& a, const BindingProperty& b) {
+        return a.Member("leaguePoints").AsInt64() > b.Member("leaguePoints").AsInt64();
+    });
+    return league;
+}
+
+WorldTeam ReadTeam(const LeagueWorld& world, const BindingProperty& node, const std::string& path) {
+    RequireStructure(node, path);
+    WorldTeam team;
+    team.id = ReadText(Required(node, "id", path), Child(path, "id"));
+    team.name = ReadText(Required(node, "name", path), Child(path, "name"));
+    team.queueType = node.HasMember("queueType") ? ReadText(node.Member("queueType"), Child(path, "queueType"))
+                                                 : "RANKED_TEAM_5x5";
+    ForEach(node, "members", path, [&](const BindingProperty& member, const std::string& memberPath) {
+        RequireStructure(member, memberPath);
+        WorldTeamMember read;
+        read.summonerId = ReadPlayerId(world, Required(member, "player", memberPath), Child(memberPath, "player"));
+        read.played = member.HasMember("played") ? ReadUnsigned(member.Member("played"), Child(memberPath, "played")) : 0;
+        read.won = member.HasMember("won") ? ReadUnsigned(member.Member("won"), Child(memberPath, "won")) : 0;
+        team.members.push_back(read);
+    });
+    return team;
+}
+
+WorldChampionStats ReadChampionStats(const LeagueWorld& world, const BindingProperty& node, const std::string& path) {
+    RequireStructure(node, path);
+    WorldChampionStats stats;
+    stats.summonerId = ReadPlayerId(world, Required(node, "player", path), Child(path, "player"));
+    ForEach(node, "champions", path, [&](const BindingProperty& champion, const std::string& championPath) {
+        RequireStructure(champion, championPath);
+        WorldChampion read;
+        const std::uint64_t id = ReadUnsigned(Required(champion, "championId", championPath), Child(championPath, "championId"));
+        if (id == 0 || id > 0x7FFFFFFF) {
+            throw WorldError(Child(championPath, "championId"), "expected a champion id from 1 to 2147483647");
+        }
+        read.championId = static_cast<std::int32_t>(id);
+        read.played = ReadUnsigned(Required(champion, "played", championPath), Child(championPath, "played"));
+        read.won = ReadUnsigned(Required(champion, "won", championPath), Child(championPath, "won"));
+        stats.champions.push_back(read);
+    });
+    return stats;
+}
+
+WorldMessage ReadMessage(const BindingProperty& node, const std::string& path) {
+    RequireStructure(node, path);
+    WorldMessage message;
+    message.msgId = ReadText(Required(node, "msgId", path), Child(path, "msgId"));
+    message.type = node.HasMember("type") ? ReadText(node.Member("type"), Child(path, "type")) : "leagues";
+    // A param written as a mapping travels as its JSON text, as the server sends it.
+    ForEach(node, "params", path, [&](const BindingProperty& param, const std::string& paramPath) {
+        if (param.Kind() != BindingPropertyKind::String && param.Kind() != BindingPropertyKind::Structure) {
+            throw WorldError(paramPath, "expected a mapping or a text");
+        }
+        message.params.push_back(param.Kind() == BindingPropertyKind::String ? std::string(param.AsString())
+                                                                             : wex::WriteJson(param));
+    });
+    return message;
+}
+
+PlatformSettings ReadPlatform(const BindingProperty& node, const std::string& path) {
+    RequireStructure(node, path);
+    PlatformSettings platform;
+    for (const auto& member : node.Members()) {
+        const std::string memberPath = Child(path, member.name);
+        if (member.name == "loggedIn") {
+            platform.loggedIn = ReadBool(member.value, memberPath);
+        } else if (member.name == "gameflowPhase") {
+            platform.gameflowPhase = ReadText(member.value, memberPath);
+        } else if (member.name == "gameflowQueue") {
+            platform.gameflowQueue = ReadText(member.value, memberPath);
+        } else if (member.name == "leagueServiceEnabled") {
+            platform.leagueServiceEnabled = ReadBool(member.value, memberPath);
+        } else if (member.name == "JWTEnabled") {
+            platform.jwtEnabled = ReadBool(member.value, memberPath);
+        } else if (member.name == "QualificationWarningEnabled") {
+            platform.qualificationWarningEnabled = ReadBool(member.value, memberPath);
+        } else {
+            throw WorldError(memberPath, "unknown setting");
+        }
+    }
+    return platform;
+}
+
+LeagueWorld ReadWorld(const BindingProperty& root) {
+    RequireStructure(root, "");
+    LeagueWorld world;
+    ForEach(root, "players", "", [&](const BindingProperty& node, const std::string& path) {
+        WorldPlayer player = ReadPlayer(node, path);
+        if (world.FindPlayer(player.summonerId) != nullptr) {
+            throw WorldError(Child(path, "summonerId"), std::to_string(player.summonerId) + " is listed twice");
+        }
+        world.players.push_back(std::move(player));
+    });
+    world.currentPlayer = ReadPlayerId(world, Required(root, "currentPlayer", ""), "currentPlayer");
+    if (root.HasMember("tokenMinutes")) {
+        world.tokenMinutes = ReadNumber(root.Member("tokenMinutes"), "tokenMinutes");
+    }
+    ForEach(root, "leagues", "", [&](const BindingProperty& node, const std::string& path) {
+        const std::uint64_t firstId = kGeneratedIds + world.leagues.size() * 100'000;
+        world.leagues.push_back(ReadLeague(world, node, path, firstId));
+    });
+    ForEach(root, "teams", "", [&](const BindingProperty& node, const std::string& path) {
+        world.teams.push_back(ReadTeam(world, node, path));
+    });
+    ForEach(root, "championStats", "", [&](const BindingProperty& node, const std::string& path) {
+        world.championStats.push_back(ReadChampionStats(world, node, path));
+    });
+    ForEach(root, "messages", "", [&](const BindingProperty& node, const std::string& path) {
+        world.messages.push_back(ReadMessage(node, path));
+    });
+    if (root.HasMember("platform")) {
+        world.platform = ReadPlatform(root.Member("platform"), "platform");
+    }
+    return world;
+}
+
+}  // namespace
+
+const WorldPlayer* LeagueWorld::FindPlayer(std::uint64_t summonerId) const {
+    const auto found = std::find_if(players.begin(), players.end(),
+                                    [summonerId](const WorldPlayer& player) { return player.summonerId == summonerId; });
+    return found != players.end() ? &*found : nullptr;
+}
+
+const WorldPlayer* LeagueWorld::FindAccount(std::uint64_t accountId) const {
+    const auto found = std::find_if(players.begin(), players.end(),
+                                    [accountId](const WorldPlayer& player) { return player.accountId == accountId; });
+    return found != players.end() ? &*found : nullptr;
+}
+
+WorldReading ReadLeagueWorld(std::string_view yaml) {
+    WorldReading reading;
+    const BindingProperty root = wex::ReadYaml(yaml);
+    if (!root.IsValid()) {
+        reading.error = std::string(root.GetError());
+        return reading;
+    }
+    try {
+        reading.world = ReadWorld(root);
+    } catch (const WorldError& error) {
+        reading.error = error.what();
+    }
+    return reading;
+}
+
+}  // namespace tav::host

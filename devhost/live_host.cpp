@@ -1,0 +1,52 @@
+#include "live_host.h"
+
+namespace tav::host {
+
+namespace {
+
+// How long the loop sleeps when nothing is due: at its top, and inside a
+// plug-in's wait, where it must not spin.
+constexpr std::chrono::milliseconds kIdleWait{20};
+constexpr std::chrono::milliseconds kWaitingTurn{1};
+
+}  // namespace
+
+LiveHost::LiveHost(HostSession& session, GatewayOptions options)
+    : session_(session), gateway_(session, queue_, events_, std::move(options)) {}
+
+bool LiveHost::Listen() {
+    return gateway_.Bind();
+}
+
+double LiveHost::WallSeconds() const {
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - started_).count();
+}
+
+void LiveHost::OnTurn() {
+    const double wall = WallSeconds();
+    session_.Host().MoveClockTo(session_.Host().Now() + (wall - lastWall_));
+    lastWall_ = wall;
+    if (queue_.RunQueued() == 0 && session_.Host().Idle()) {
+        queue_.WaitForWork(kWaitingTurn);
+    }
+}
+
+void LiveHost::Run(const std::atomic<bool>& stop) {
+    SimulatedHost& host = session_.Host();
+    host.SetEventListener([this](const RecordedEvent& event) { events_.Publish(event); });
+    host.SetTurnHook([this] { OnTurn(); });
+    gateway_.Start();
+    while (!stop) {
+        if (host.Idle() && queue_.Empty()) {
+            queue_.WaitForWork(kIdleWait);
+        }
+        host.RunTurn();
+    }
+    events_.Close();
+    queue_.Close();
+    gateway_.Stop();
+    host.SetTurnHook({});
+    host.SetEventListener({});
+}
+
+}  // namespace tav::host
