@@ -17,12 +17,13 @@ wex::BindingProperty DescribeRoute(const HostEndpointRecord& endpoint) {
                        {"location", String(LocationName(location != nullptr ? location->location : 0))}});
         location = location != nullptr ? location->next : nullptr;
     }
-    return Structure({{"method", String(EndpointMethod(endpoint))},
-                      {"path", String(TextOf(endpoint.pathTemplate))},
-                      {"function", String(TextOf(endpoint.functionName))},
-                      {"returns", String(TypeText(endpoint.resultKind, endpoint.resultElementKind, endpoint.resultTypeName))},
-                      {"description", String(TextOf(endpoint.description))},
-                      {"arguments", arguments}});
+    return Structure(
+        {{"method", String(EndpointMethod(endpoint))},
+         {"path", String(TextOf(endpoint.pathTemplate))},
+         {"function", String(TextOf(endpoint.functionName))},
+         {"returns", String(TypeText(endpoint.resultKind, endpoint.resultElementKind, endpoint.resultTypeName))},
+         {"description", String(TextOf(endpoint.description))},
+         {"arguments", arguments}});
 }
 
 wex::BindingProperty DescribeType(const HostTypeRecord& type) {

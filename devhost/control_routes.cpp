@@ -67,7 +67,8 @@ HttpAnswer SetSwitch(HostSession& session, const std::string& name, const std::s
     return Done();
 }
 
-HttpAnswer ServeResource(HostSession& session, std::string_view method, const std::string& uri, const std::string& body) {
+HttpAnswer ServeResource(HostSession& session, std::string_view method, const std::string& uri,
+                         const std::string& body) {
     if (method == "GET") {
         const BindingProperty* value = session.Host().Resource(uri);
         return value != nullptr ? Json(*value) : HttpAnswer::Failure(404, "No resource " + uri);
@@ -180,7 +181,9 @@ HttpAnswer SetFault(HostSession& session, const std::string& call, const std::st
 }
 
 HttpAnswer Route(HostSession& session, std::string_view method, const std::string& route, const std::string& body) {
-    const auto under = [&route](std::string_view prefix) { return route.rfind(prefix, 0) == 0 && route.size() > prefix.size(); };
+    const auto under = [&route](std::string_view prefix) {
+        return route.rfind(prefix, 0) == 0 && route.size() > prefix.size();
+    };
     if (method == "GET" && route == "api") {
         const HostApiTable* table = session.Library().loadInfo().apiTable;
         return table != nullptr ? Json(DescribeApiTable(*table)) : HttpAnswer::Failure(503, "No API table");

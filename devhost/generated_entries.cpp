@@ -27,10 +27,10 @@ class SeededNumbers {
     std::uint64_t state_;
 };
 
-constexpr std::array<const char*, 16> kFirst = {"Ash",  "Brin", "Cor",  "Dusk", "Ember", "Fen",  "Gale", "Hollow",
-                                                "Iron", "Jade", "Kest", "Lumen", "Mire", "North", "Oak", "Quill"};
-constexpr std::array<const char*, 12> kSecond = {"fall", "wick", "mere", "vale",  "thorn", "crest",
-                                                 "ward", "reach", "brook", "spire", "wood", "shade"};
+constexpr std::array<const char*, 16> kFirst = {"Ash",  "Brin", "Cor",  "Dusk",  "Ember", "Fen",   "Gale", "Hollow",
+                                                "Iron", "Jade", "Kest", "Lumen", "Mire",  "North", "Oak",  "Quill"};
+constexpr std::array<const char*, 12> kSecond = {"fall", "wick",  "mere",  "vale",  "thorn", "crest",
+                                                 "ward", "reach", "brook", "spire", "wood",  "shade"};
 
 std::string InventedName(SeededNumbers& numbers, std::uint32_t index) {
     return std::string(kFirst[numbers.Below(kFirst.size())]) + kSecond[numbers.Below(kSecond.size())] +

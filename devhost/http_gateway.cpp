@@ -28,29 +28,33 @@ void StreamEvents(EventStream& events, httplib::Response& response) {
     response.set_header("Cache-Control", "no-cache");
     auto next = std::make_shared<std::uint64_t>(events.Next());
     auto greeted = std::make_shared<bool>(false);
-    response.set_chunked_content_provider("text/event-stream", [&events, next, greeted](std::size_t, httplib::DataSink& sink) {
-        if (!*greeted) {
-            *greeted = true;
-            const std::string hello = ": tav-host events\n\n";
-            return sink.write(hello.data(), hello.size());
-        }
-        std::string text;
-        if (events.Wait(*next, text, kEventWait)) {
-            return sink.write(text.data(), text.size());
-        }
-        if (events.Closed()) {
-            sink.done();
-            return true;
-        }
-        const std::string keepAlive = ": keep-alive\n\n";
-        return sink.write(keepAlive.data(), keepAlive.size());
-    });
+    response.set_chunked_content_provider("text/event-stream",
+                                          [&events, next, greeted](std::size_t, httplib::DataSink& sink) {
+                                              if (!*greeted) {
+                                                  *greeted = true;
+                                                  const std::string hello = ": tav-host events\n\n";
+                                                  return sink.write(hello.data(), hello.size());
+                                              }
+                                              std::string text;
+                                              if (events.Wait(*next, text, kEventWait)) {
+                                                  return sink.write(text.data(), text.size());
+                                              }
+                                              if (events.Closed()) {
+                                                  sink.done();
+                                                  return true;
+                                              }
+                                              const std::string keepAlive = ": keep-alive\n\n";
+                                              return sink.write(keepAlive.data(), keepAlive.size());
+                                          });
 }
 
 }  // namespace
 
 HttpGateway::HttpGateway(HostSession& session, HostWorkQueue& queue, EventStream& events, GatewayOptions options)
-    : session_(session), queue_(queue), events_(events), options_(std::move(options)),
+    : session_(session),
+      queue_(queue),
+      events_(events),
+      options_(std::move(options)),
       server_(std::make_unique<httplib::Server>()) {
     server_->new_task_queue = [] { return new httplib::ThreadPool(kServerThreads); };
     Route();
@@ -63,8 +67,9 @@ HttpGateway::~HttpGateway() {
 void HttpGateway::Route() {
     const auto handle = [this](const httplib::Request& request, httplib::Response& response) {
         if (!Authorized(request, options_.accessToken)) {
-            Write(response, HttpAnswer::Failure(401, "This tav-host needs the access token it printed at start, "
-                                                     "as \"Authorization: Bearer TOKEN\" or \"?token=TOKEN\""));
+            Write(response, HttpAnswer::Failure(401,
+                                                "This tav-host needs the access token it printed at start, "
+                                                "as \"Authorization: Bearer TOKEN\" or \"?token=TOKEN\""));
             return;
         }
         if (request.method == "GET" && request.path == "/devhost/events") {

@@ -70,7 +70,8 @@ std::string ReadText(const BindingProperty& node, const std::string& path) {
 }
 
 template <std::size_t N>
-std::string ReadName(const BindingProperty& node, const std::string& path, const std::array<std::string_view, N>& names) {
+std::string ReadName(const BindingProperty& node, const std::string& path,
+                     const std::array<std::string_view, N>& names) {
     const std::string text = ReadText(node, path);
     if (std::find(names.begin(), names.end(), text) == names.end()) {
         std::string known;
@@ -132,7 +133,8 @@ std::uint64_t ReadPlayerId(const LeagueWorld& world, const BindingProperty& node
 BindingProperty ReadEntry(const LeagueWorld& world, const WorldLeague& league, const BindingProperty& node,
                           const std::string& path) {
     RequireStructure(node, path);
-    const WorldPlayer& player = *world.FindPlayer(ReadPlayerId(world, Required(node, "player", path), Child(path, "player")));
+    const WorldPlayer& player =
+        *world.FindPlayer(ReadPlayerId(world, Required(node, "player", path), Child(path, "player")));
     BindingProperty entry = node;
     (void)entry.RemoveMember("player");
     entry.Member("playerOrTeamId") = String(std::to_string(player.summonerId));
@@ -161,19 +163,22 @@ WorldLeague ReadLeague(const LeagueWorld& world, const BindingProperty& node, co
         const BindingProperty& generate = node.Member("generate");
         const std::string generatePath = Child(path, "generate");
         RequireStructure(generate, generatePath);
-        const std::uint64_t count = ReadUnsigned(Required(generate, "count", generatePath), Child(generatePath, "count"));
+        const std::uint64_t count =
+            ReadUnsigned(Required(generate, "count", generatePath), Child(generatePath, "count"));
         if (count > 10000) {
             throw WorldError(Child(generatePath, "count"), "at most 10000 entries are generated");
         }
         const std::uint64_t seed = ReadUnsigned(Required(generate, "seed", generatePath), Child(generatePath, "seed"));
-        for (BindingProperty& entry : GenerateEntries(league, static_cast<std::uint32_t>(count), seed, firstGeneratedId)) {
+        for (BindingProperty& entry :
+             GenerateEntries(league, static_cast<std::uint32_t>(count), seed, firstGeneratedId)) {
             league.entries.push_back(std::move(entry));
         }
     }
     // Lists read best first, as the server keeps them.
-    std::stable_sort(league.entries.begin(), league.entries.end(), [](const BindingProperty& a, const BindingProperty& b) {
-        return a.Member("leaguePoints").AsInt64() > b.Member("leaguePoints").AsInt64();
-    });
+    std::stable_sort(league.entries.begin(), league.entries.end(),
+                     [](const BindingProperty& a, const BindingProperty& b) {
+                         return a.Member("leaguePoints").AsInt64() > b.Member("leaguePoints").AsInt64();
+                     });
     return league;
 }
 
@@ -182,13 +187,14 @@ WorldTeam ReadTeam(const LeagueWorld& world, const BindingProperty& node, const 
     WorldTeam team;
     team.id = ReadText(Required(node, "id", path), Child(path, "id"));
     team.name = ReadText(Required(node, "name", path), Child(path, "name"));
-    team.queueType = node.HasMember("queueType") ? ReadText(node.Member("queueType"), Child(path, "queueType"))
-                                                 : "RANKED_TEAM_5x5";
+    team.queueType =
+        node.HasMember("queueType") ? ReadText(node.Member("queueType"), Child(path, "queueType")) : "RANKED_TEAM_5x5";
     ForEach(node, "members", path, [&](const BindingProperty& member, const std::string& memberPath) {
         RequireStructure(member, memberPath);
         WorldTeamMember read;
         read.summonerId = ReadPlayerId(world, Required(member, "player", memberPath), Child(memberPath, "player"));
-        read.played = member.HasMember("played") ? ReadUnsigned(member.Member("played"), Child(memberPath, "played")) : 0;
+        read.played =
+            member.HasMember("played") ? ReadUnsigned(member.Member("played"), Child(memberPath, "played")) : 0;
         read.won = member.HasMember("won") ? ReadUnsigned(member.Member("won"), Child(memberPath, "won")) : 0;
         team.members.push_back(read);
     });
@@ -202,7 +208,8 @@ WorldChampionStats ReadChampionStats(const LeagueWorld& world, const BindingProp
     ForEach(node, "champions", path, [&](const BindingProperty& champion, const std::string& championPath) {
         RequireStructure(champion, championPath);
         WorldChampion read;
-        const std::uint64_t id = ReadUnsigned(Required(champion, "championId", championPath), Child(championPath, "championId"));
+        const std::uint64_t id =
+            ReadUnsigned(Required(champion, "championId", championPath), Child(championPath, "championId"));
         if (id == 0 || id > 0x7FFFFFFF) {
             throw WorldError(Child(championPath, "championId"), "expected a champion id from 1 to 2147483647");
         }
@@ -290,8 +297,9 @@ LeagueWorld ReadWorld(const BindingProperty& root) {
 }  // namespace
 
 const WorldPlayer* LeagueWorld::FindPlayer(std::uint64_t summonerId) const {
-    const auto found = std::find_if(players.begin(), players.end(),
-                                    [summonerId](const WorldPlayer& player) { return player.summonerId == summonerId; });
+    const auto found = std::find_if(players.begin(), players.end(), [summonerId](const WorldPlayer& player) {
+        return player.summonerId == summonerId;
+    });
     return found != players.end() ? &*found : nullptr;
 }
 

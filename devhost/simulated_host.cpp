@@ -212,7 +212,9 @@ void SimulatedHost::Deliver(const std::string& name, const wex::BindingProperty&
     DeliverNow(name, value.Get());
 }
 
-std::size_t SimulatedHost::UnreleasedResponses() { return unreleasedResponses; }
+std::size_t SimulatedHost::UnreleasedResponses() {
+    return unreleasedResponses;
+}
 
 std::size_t SimulatedHost::SubscriberCount(const std::string& name) const {
     return static_cast<std::size_t>(std::count_if(subscribers_.begin(), subscribers_.end(),
@@ -306,9 +308,9 @@ ServerAnswer SimulatedHost::CallServer(std::string_view destination, std::string
 
 // Server calls through the login plug-in: (destination, method, arguments).
 void SimulatedHost::Invoke(HostResponse& response, const std::vector<wex::BindingProperty>& arguments) {
-    const ServerAnswer answer = CallServer(arguments.size() > 0 ? arguments[0].AsString() : "",
-                                           arguments.size() > 1 ? arguments[1].AsString() : "",
-                                           ArgumentList(arguments, 2));
+    const ServerAnswer answer =
+        CallServer(arguments.size() > 0 ? arguments[0].AsString() : "",
+                   arguments.size() > 1 ? arguments[1].AsString() : "", ArgumentList(arguments, 2));
     if (!answer.error.empty()) {
         Fill(response, ScriptedAnswer::Failure(answer.status, answer.error));
         return;

@@ -67,16 +67,18 @@ BindingProperty SummonerLeagues(const LeagueWorld& world, std::uint64_t summoner
 BindingProperty ApexList(const LeagueWorld& world, std::string_view tier, std::string_view queue, std::size_t limit) {
     for (const WorldLeague& league : world.leagues) {
         if (league.tier == tier && league.queue == queue) {
-            return Structure({{"name", String(league.name)},
-                              {"tier", String(league.tier)},
-                              {"queue", String(league.queue)},
-                              {"requestorsName", String("")},
-                              {"entries", Entries(league, limit)},
-                              {"nextApexUpdate", Unsigned(league.nextApexUpdate)},
-                              {"maxLeagueSize", Unsigned(limit < league.entries.size() ? limit : league.entries.size())}});
+            return Structure(
+                {{"name", String(league.name)},
+                 {"tier", String(league.tier)},
+                 {"queue", String(league.queue)},
+                 {"requestorsName", String("")},
+                 {"entries", Entries(league, limit)},
+                 {"nextApexUpdate", Unsigned(league.nextApexUpdate)},
+                 {"maxLeagueSize", Unsigned(limit < league.entries.size() ? limit : league.entries.size())}});
         }
     }
-    return Structure({{"name", String("")}, {"tier", String(tier)}, {"queue", String(queue)}, {"entries", EmptyCollection()}});
+    return Structure(
+        {{"name", String("")}, {"tier", String(tier)}, {"queue", String(queue)}, {"entries", EmptyCollection()}});
 }
 
 BindingProperty MyEntries(const LeagueWorld& world, const std::function<void(BindingProperty&)>& extend) {
@@ -103,7 +105,8 @@ ServerAnswer Tiers(const LeagueWorld& world, const BindingProperty& arguments) {
     for (const BindingProperty& id : ids.Elements()) {
         for (const BindingProperty& queue : queues.Elements()) {
             for (const WorldLeague& league : world.leagues) {
-                const BindingProperty* entry = league.queue == queue.AsString() ? FindEntry(league, id.ToString()) : nullptr;
+                const BindingProperty* entry =
+                    league.queue == queue.AsString() ? FindEntry(league, id.ToString()) : nullptr;
                 if (entry != nullptr) {
                     tiers.Append() = Structure({{"playerOrTeamId", entry->Member("playerOrTeamId")},
                                                 {"playerOrTeamName", entry->Member("playerOrTeamName")},
@@ -156,9 +159,8 @@ ServerAnswer TeamStats(const LeagueWorld& world, std::string_view id) {
         for (const WorldTeamMember& member : team.members) {
             BindingProperty lifetime = EmptyCollection();
             AppendGames(lifetime, 0, member.played, member.won);
-            players.Append() = Structure(
-                {{"playerId", Unsigned(member.summonerId)},
-                 {"aggregatedStats", Structure({{"lifetimeStatistics", lifetime}})}});
+            players.Append() = Structure({{"playerId", Unsigned(member.summonerId)},
+                                          {"aggregatedStats", Structure({{"lifetimeStatistics", lifetime}})}});
         }
         answer.Append() = Structure({{"id", Structure({{"fullId", String(team.id)}})},
                                      {"queueType", String(team.queueType)},
@@ -189,7 +191,8 @@ ServerAnswer ChampionStats(const LeagueWorld& world, std::uint64_t accountId) {
 }
 
 std::int64_t SystemSeconds() {
-    return std::chrono::duration_cast<std::chrono::seconds>(std::chrono::system_clock::now().time_since_epoch()).count();
+    return std::chrono::duration_cast<std::chrono::seconds>(std::chrono::system_clock::now().time_since_epoch())
+        .count();
 }
 
 }  // namespace

@@ -17,11 +17,11 @@ namespace tav::host {
 // A fault set on one server method; it changes the world's answer to every
 // call of that method until it is cleared.
 struct ServerFault {
-    std::string error;          // not empty: the call fails with this text
+    std::string error;           // not empty: the call fails with this text
     std::uint32_t status = 500;  // of a failing synchronous call
-    double delaySeconds = 0.0;  // a service-proxy answer comes this much later on the host's clock
-    std::string className;      // not empty: the answer claims this server class
-    bool malformed = false;     // the answer's payload is not JSON
+    double delaySeconds = 0.0;   // a service-proxy answer comes this much later on the host's clock
+    std::string className;       // not empty: the answer claims this server class
+    bool malformed = false;      // the answer's payload is not JSON
 };
 
 // The game server of a league world: every destination and method that the
