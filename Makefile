@@ -1,4 +1,4 @@
-# make deps | make run | make test | make bench | make fuzz
+# make deps | make run [RUN_ARGS="..."] | make test | make bench | make fuzz
 # Every target installs the Debian packages it needs first (as root, or through sudo).
 
 PACKAGES := cmake ninja-build pkg-config g++ g++-multilib clang libclang-rt-14-dev \
@@ -32,7 +32,7 @@ test: build
 	ctest --preset dev -j $(JOBS)
 
 run: build
-	./build/devhost/tav-host $(if $(RUN_ARGS),$(RUN_ARGS),inspect)
+	./build/devhost/tav-host $(RUN_ARGS)
 
 bench: deps
 	cmake --preset bench

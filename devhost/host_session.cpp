@@ -6,10 +6,10 @@ namespace tav::host {
 
 HostSession::HostSession(std::shared_ptr<const LeagueWorld> world)
     : world_(std::move(world)), server_(world_), platform_(host_, *world_) {
-    host_.SetServerResponder([this](std::string_view destination, std::string_view method,
-                                    const wex::BindingProperty& arguments) {
-        return server_.Answer(destination, method, arguments);
-    });
+    host_.SetServerResponder(
+        [this](std::string_view destination, std::string_view method, const wex::BindingProperty& arguments) {
+            return server_.Answer(destination, method, arguments);
+        });
 }
 
 bool HostSession::Start(const std::string& pluginPath, const CoreVersion& version) {
@@ -24,6 +24,10 @@ bool HostSession::Start(const std::string& pluginPath, const CoreVersion& versio
         return false;
     }
     started_ = true;
+    // The player logs in once the plug-ins are up, as in the client.
+    if (world_->platform.loggedIn) {
+        platform_.LogIn();
+    }
     host_.RunUntilIdle();
     return true;
 }

@@ -24,7 +24,8 @@ class HostSession {
     ~HostSession() { Stop(); }
 
     // Loads the plug-in from path with the core version, sets up the world's
-    // platform and starts the plug-in; false with Error() saying why.
+    // platform, starts the plug-in and then, when the world says so, logs the
+    // player in; false with Error() saying why.
     bool Start(const std::string& pluginPath, const CoreVersion& version);
     // Stops the plug-in, if it runs; the library stays open for its counters.
     void Stop();

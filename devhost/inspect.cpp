@@ -11,15 +11,6 @@ namespace tav::host {
 
 namespace {
 
-void PrintMemory(std::ostream& out, const MemoryCounters& memory) {
-    out << "  peak live bytes:        " << memory.peakLiveBytes << " (" << memory.liveCountAtPeak
-        << " live allocations at the peak)\n"
-        << "  allocated:              " << memory.allocatedBytes << " bytes in " << memory.allocations
-        << " allocations\n"
-        << "  freed:                  " << memory.freedBytes << " bytes in " << memory.frees << " frees\n"
-        << "  live:                   " << memory.LiveBytes() << " bytes\n";
-}
-
 void PrintLines(std::ostream& out, const char* title, const std::vector<std::string>& lines) {
     out << title << " (" << lines.size() << "):\n";
     for (const std::string& line : lines) {
@@ -34,9 +25,9 @@ void PrintLines(std::ostream& out, const char* title, const std::vector<std::str
 void PrintApiTable(std::ostream& out, const HostApiTable& table) {
     out << "Routes (" << table.endpointCount << "):\n";
     for (const HostEndpointRecord* endpoint = table.endpoints; endpoint != nullptr; endpoint = endpoint->next) {
-        out << "  " << EndpointMethod(*endpoint) << ' ' << TextOf(endpoint->pathTemplate) << " -> " << TextOf(endpoint->functionName)
-            << " returns " << TypeText(endpoint->resultKind, endpoint->resultElementKind, endpoint->resultTypeName)
-            << '\n';
+        out << "  " << EndpointMethod(*endpoint) << ' ' << TextOf(endpoint->pathTemplate) << " -> "
+            << TextOf(endpoint->functionName) << " returns "
+            << TypeText(endpoint->resultKind, endpoint->resultElementKind, endpoint->resultTypeName) << '\n';
         const HostLocationRecord* location = endpoint->locations;
         for (const HostArgumentRecord* argument = endpoint->arguments; argument != nullptr; argument = argument->next) {
             out << "    " << TextOf(argument->name) << ": "
@@ -63,6 +54,15 @@ void PrintApiTable(std::ostream& out, const HostApiTable& table) {
 }
 
 }  // namespace
+
+void PrintMemory(std::ostream& out, const MemoryCounters& memory) {
+    out << "  peak live bytes:        " << memory.peakLiveBytes << " (" << memory.liveCountAtPeak
+        << " live allocations at the peak)\n"
+        << "  allocated:              " << memory.allocatedBytes << " bytes in " << memory.allocations
+        << " allocations\n"
+        << "  freed:                  " << memory.freedBytes << " bytes in " << memory.frees << " frees\n"
+        << "  live:                   " << memory.LiveBytes() << " bytes\n";
+}
 
 int Inspect(const InspectOptions& options, std::ostream& out) {
     PluginLibrary library;

@@ -12,6 +12,9 @@ struct InspectOptions {
     CoreVersion coreVersion;
 };
 
+// Prints the counters of a plug-in's memory accounting, one per line.
+void PrintMemory(std::ostream& out, const MemoryCounters& memory);
+
 // Loads, starts and stops the plug-in with a simulated host that holds no
 // resources, and prints what the plug-in handed over. Returns the process exit code.
 int Inspect(const InspectOptions& options, std::ostream& out);

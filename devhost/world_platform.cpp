@@ -23,12 +23,10 @@ void WorldPlatform::SetUp() {
     const auto& platform = world_.platform;
     host_.SetResource(kLeagueServiceEnabled, SwitchText(platform.leagueServiceEnabled));
     host_.SetResource(kJwtEnabled, SwitchText(platform.jwtEnabled));
-    host_.SetResource(kSeasonReward, wex::WriteJson(Structure(
-                                         {{"QualificationWarningEnabled", Bool(platform.qualificationWarningEnabled)}})));
+    host_.SetResource(
+        kSeasonReward,
+        wex::WriteJson(Structure({{"QualificationWarningEnabled", Bool(platform.qualificationWarningEnabled)}})));
     SetGameflow(platform.gameflowPhase, platform.gameflowQueue);
-    if (platform.loggedIn) {
-        LogIn();
-    }
 }
 
 void WorldPlatform::LogIn() {
@@ -56,9 +54,10 @@ void WorldPlatform::LogOut() {
 }
 
 void WorldPlatform::SetGameflow(const std::string& phase, const std::string& queue) {
-    host_.SetResource(kGameflowSession,
-                      wex::WriteJson(Structure({{"phase", String(phase)},
-                                                {"gameData", Structure({{"queue", Structure({{"type", String(queue)}})}})}})));
+    host_.SetResource(
+        kGameflowSession,
+        wex::WriteJson(Structure(
+            {{"phase", String(phase)}, {"gameData", Structure({{"queue", Structure({{"type", String(queue)}})}})}})));
 }
 
 void WorldPlatform::DeleteGameflow() {

@@ -22,8 +22,8 @@ class WorldPlatform {
 
     WorldPlatform(SimulatedHost& host, const LeagueWorld& world) : host_(host), world_(world) {}
 
-    // Every resource as the world's platform section says, and the summoner
-    // resource of every player.
+    // Every resource but the login's as the world's platform section says,
+    // and the summoner resource of every player.
     void SetUp();
     // The current player's session, and the login data packet with the stored messages.
     void LogIn();

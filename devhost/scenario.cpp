@@ -1,0 +1,291 @@
+#include "scenario.h"
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <stdexcept>
+
+#include "codec/json_reader.h"
+#include "codec/json_writer.h"
+#include "codec/yaml_reader.h"
+#include "control_routes.h"
+#include "endpoint_call.h"
+#include "host_session.h"
+#include "json_subset.h"
+#include "method_text.h"
+#include "value_builders.h"
+#include "world_source.h"
+
+namespace tav::host {
+
+namespace {
+
+using wex::BindingProperty;
+using wex::BindingPropertyKind;
+
+// Ends a scenario: a step that did not hold, or a file that cannot be played.
+class Mismatch : public std::runtime_error {
+  public:
+    using std::runtime_error::runtime_error;
+};
+
+std::string ReadFile(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    if (!file) {
+        throw Mismatch("cannot read " + path);
+    }
+    std::ostringstream text;
+    text << file.rdbuf();
+    return text.str();
+}
+
+std::string Text(const BindingProperty& value) {
+    return value.Kind() == BindingPropertyKind::String ? std::string(value.AsString()) : wex::WriteJson(value);
+}
+
+// The first of the routes ("GET /path/{template}") that the plug-in lacks; empty when it has them all.
+std::string MissingRoute(const BindingProperty& required, const HostApiTable& table) {
+    for (const BindingProperty& route : required.Elements()) {
+        const std::string text(route.AsString());
+        const std::size_t space = text.find(' ');
+        const std::string method = text.substr(0, space);
+        const std::string path = space == std::string::npos ? "" : text.substr(space + 1);
+        bool found = false;
+        for (const HostEndpointRecord* endpoint = table.endpoints; endpoint != nullptr; endpoint = endpoint->next) {
+            found = found || (MethodText(endpoint->method) == method && endpoint->pathTemplate != nullptr &&
+                              path == endpoint->pathTemplate);
+        }
+        if (!found) {
+            return text;
+        }
+    }
+    return {};
+}
+
+// Plays the steps of one scenario on a started session.
+class Player {
+  public:
+    explicit Player(HostSession& session) : session_(session) {}
+
+    // Runs one step; answers its one-line description.
+    std::string Play(const BindingProperty& step);
+
+  private:
+    void Control(std::string_view method, const std::string& path, const BindingProperty& body = {});
+    std::string Call(const BindingProperty& call, const BindingProperty& expect);
+    std::string Expect(const BindingProperty& expect);
+    void ExpectEvents(const BindingProperty& expected);
+    void ExpectServerCalls(const BindingProperty& expected);
+    void ExpectLog(const BindingProperty& expected);
+
+    HostSession& session_;
+    std::size_t events_ = 0;
+    std::size_t serverCalls_ = 0;
+    std::size_t logLines_ = 0;
+};
+
+void Player::Control(std::string_view method, const std::string& path, const BindingProperty& body) {
+    const HttpAnswer answer = ServeControl(session_, method, path, body.IsEmpty() ? "null" : wex::WriteJson(body));
+    if (answer.status >= 400) {
+        throw Mismatch(std::string(method) + " " + path + " answered " + std::to_string(answer.status) + " " +
+                       answer.body);
+    }
+}
+
+std::string Player::Play(const BindingProperty& step) {
+    if (step.Kind() != BindingPropertyKind::Structure || step.Members().begin() == step.Members().end()) {
+        throw Mismatch("a step is a mapping with one action, such as {login: {}}");
+    }
+    const auto action = *step.Members().begin();
+    const std::string name(action.name);
+    const BindingProperty& value = action.value;
+    if (name == "note") {
+        return "-- " + Text(value);
+    }
+    if (name == "login" || name == "logout") {
+        Control("POST", "/devhost/" + name);
+        return name;
+    }
+    if (name == "gameflow") {
+        value.IsEmpty() ? Control("DELETE", "/devhost/gameflow") : Control("PUT", "/devhost/gameflow", value);
+        return "gameflow " + Text(value);
+    }
+    if (name == "switch") {
+        Control("PUT", "/devhost/switches/" + std::string(value.Member("name").AsString()), value.Member("on"));
+        return "switch " + Text(value);
+    }
+    if (name == "resource") {
+        const std::string uri(value.Member("uri").AsString());
+        value.HasMember("value") ? Control("PUT", "/devhost/resources" + uri, value.Member("value"))
+                                 : Control("DELETE", "/devhost/resources" + uri);
+        return "resource " + uri;
+    }
+    if (name == "push") {
+        Control("POST", "/devhost/messages", value);
+        return "push " + Text(value.Member("body").Member("msgId"));
+    }
+    if (name == "advance") {
+        Control("POST", "/devhost/clock", Structure({{"seconds", value}}));
+        return "advance " + Text(value) + " s";
+    }
+    if (name == "fault") {
+        const std::string call =
+            std::string(value.Member("destination").AsString()) + "/" + std::string(value.Member("method").AsString());
+        Control("PUT", "/devhost/faults/" + call, value);
+        return "fault " + Text(value);
+    }
+    if (name == "clearFaults") {
+        Control("DELETE", "/devhost/faults");
+        return "clear faults";
+    }
+    if (name == "call") {
+        return Call(value, step.Member("expect"));
+    }
+    if (name == "expect") {
+        return Expect(value);
+    }
+    throw Mismatch("unknown step \"" + name + "\"");
+}
+
+std::string Player::Call(const BindingProperty& call, const BindingProperty& expect) {
+    const std::string method(call.Member("method").AsString("GET"));
+    const std::string path(call.Member("path").AsString());
+    const bool hasBody = call.HasMember("body");
+    const HttpAnswer answer = session_.CallRoute(method, path, hasBody ? wex::WriteJson(call.Member("body")) : "",
+                                                 hasBody ? "application/json" : "");
+    session_.Host().RunUntilIdle();
+    const std::string description = "call " + method + " " + path + ": " + std::to_string(answer.status);
+    const std::uint64_t status = expect.Member("status").AsUInt64(0);
+    if (status != 0 && status != static_cast<std::uint64_t>(answer.status)) {
+        throw Mismatch(description + ", expected " + std::to_string(status) + " (" + answer.body + ")");
+    }
+    const BindingProperty body = answer.body.empty() ? BindingProperty() : wex::ParseJson(answer.body);
+    std::string where;
+    if (expect.HasMember("json") && !JsonSubset(expect.Member("json"), body, where)) {
+        throw Mismatch(description + ", answer " + where);
+    }
+    if (expect.HasMember("message") && body.Member("message").AsString() != expect.Member("message").AsString()) {
+        throw Mismatch(description + ", expected the message \"" + std::string(expect.Member("message").AsString()) +
+                       "\", got " + answer.body);
+    }
+    return description;
+}
+
+std::string Player::Expect(const BindingProperty& expect) {
+    ExpectEvents(expect.Member("events"));
+    ExpectServerCalls(expect.Member("serverCalls"));
+    ExpectLog(expect.Member("log"));
+    return "expect " + Text(expect);
+}
+
+// Each expected event, in order, among those published since the last expectation of events.
+void Player::ExpectEvents(const BindingProperty& expected) {
+    const auto& events = session_.Host().Records().events;
+    for (const BindingProperty& want : expected.Elements()) {
+        std::string where;
+        while (events_ < events.size() &&
+               !(events[events_].name == want.Member("name").AsString("OnJsonApiEvent") &&
+                 JsonSubset(want.Member("payload"), wex::ParseJson(events[events_].payload), where))) {
+            ++events_;
+        }
+        if (events_ == events.size()) {
+            throw Mismatch("no event " + wex::WriteJson(want) + " was published");
+        }
+        ++events_;
+    }
+}
+
+void Player::ExpectServerCalls(const BindingProperty& expected) {
+    const auto& calls = session_.Host().Records().serverCalls;
+    for (const BindingProperty& want : expected.Elements()) {
+        std::string where;
+        const auto matches = [&](const RecordedServerCall& call) {
+            return call.destination == want.Member("destination").AsString() &&
+                   call.method == want.Member("method").AsString() &&
+                   (!want.HasMember("arguments") ||
+                    JsonSubset(want.Member("arguments"), wex::ParseJson(call.arguments), where));
+        };
+        while (serverCalls_ < calls.size() && !matches(calls[serverCalls_])) {
+            ++serverCalls_;
+        }
+        if (serverCalls_ == calls.size()) {
+            throw Mismatch("no server call " + wex::WriteJson(want) + " was made");
+        }
+        ++serverCalls_;
+    }
+}
+
+// Each text, in order, within a log line forwarded since the last expectation of log lines.
+void Player::ExpectLog(const BindingProperty& expected) {
+    const auto& lines = session_.Host().Records().logLines;
+    for (const BindingProperty& want : expected.Elements()) {
+        const std::string_view text = want.AsString();
+        while (logLines_ < lines.size() && lines[logLines_].text.find(text) == std::string::npos) {
+            ++logLines_;
+        }
+        if (logLines_ == lines.size()) {
+            throw Mismatch("no log line contains \"" + std::string(text) + "\"");
+        }
+        ++logLines_;
+    }
+}
+
+// Plays one file; answers 0, 1 or kScenariosSkipped.
+int PlayFile(const std::string& file, const ScenarioOptions& options, std::ostream& out) {
+    const BindingProperty scenario = wex::ReadYaml(ReadFile(file));
+    if (!scenario.IsValid()) {
+        throw Mismatch(std::string(scenario.GetError()));
+    }
+    out << "Scenario " << file << ": " << scenario.Member("name").AsString("(no name)") << '\n';
+    std::string error;
+    std::string worldPath(scenario.Member("world").AsString());
+    if (!worldPath.empty()) {
+        worldPath = (std::filesystem::path(file).parent_path() / worldPath).string();
+    }
+    const auto world = LoadWorld(worldPath, error);
+    if (world == nullptr) {
+        throw Mismatch(error);
+    }
+    HostSession session(world);
+    if (!session.Start(options.pluginPath, options.coreVersion)) {
+        throw Mismatch(session.Error());
+    }
+    if (const std::string missing = MissingRoute(scenario.Member("requires"), *session.Library().loadInfo().apiTable);
+        !missing.empty()) {
+        out << "  skipped: the plug-in has no route " << missing << " yet\n";
+        return kScenariosSkipped;
+    }
+    Player player(session);
+    const BindingProperty& steps = scenario.Member("steps");
+    for (std::size_t index = 0; index < steps.Size(); ++index) {
+        try {
+            out << "  " << index + 1 << " ok    " << player.Play(steps.At(index)) << '\n';
+        } catch (const std::exception& mismatch) {
+            out << "  " << index + 1 << " FAIL  " << mismatch.what() << '\n';
+            return 1;
+        }
+    }
+    out << "  passed, " << steps.Size() << " steps\n";
+    return 0;
+}
+
+}  // namespace
+
+int RunScenarios(const std::vector<std::string>& files, const ScenarioOptions& options, std::ostream& out) {
+    std::size_t skipped = 0;
+    for (const std::string& file : files) {
+        int result = 1;
+        try {
+            result = PlayFile(file, options, out);
+        } catch (const std::exception& error) {
+            out << "Scenario " << file << ": " << error.what() << '\n';
+        }
+        if (result == 1) {
+            return 1;
+        }
+        skipped += result == kScenariosSkipped ? 1 : 0;
+    }
+    return !files.empty() && skipped == files.size() ? kScenariosSkipped : 0;
+}
+
+}  // namespace tav::host
