@@ -74,14 +74,19 @@ class Player {
     void Control(std::string_view method, const std::string& path, const BindingProperty& body = {});
     std::string Call(const BindingProperty& call, const BindingProperty& expect);
     std::string Expect(const BindingProperty& expect);
+    void ExpectElements(const std::string& description, const BindingProperty& expected, const BindingProperty& answer,
+                        bool present);
     void ExpectEvents(const BindingProperty& expected);
     void ExpectServerCalls(const BindingProperty& expected);
-    void ExpectLog(const BindingProperty& expected);
+    // Each expected text, in order, within one of lines from cursor on.
+    void ExpectLines(const BindingProperty& expected, const std::vector<std::string>& lines, std::size_t& cursor,
+                     std::string_view what);
 
     HostSession& session_;
     std::size_t events_ = 0;
     std::size_t serverCalls_ = 0;
     std::size_t logLines_ = 0;
+    std::size_t hostCalls_ = 0;
 };
 
 void Player::Control(std::string_view method, const std::string& path, const BindingProperty& body) {
@@ -107,7 +112,12 @@ std::string Player::Play(const BindingProperty& step) {
         return name;
     }
     if (name == "gameflow") {
-        value.IsEmpty() ? Control("DELETE", "/devhost/gameflow") : Control("PUT", "/devhost/gameflow", value);
+        // No phase: the gameflow session goes away, as outside any game.
+        if (!value.HasMember("phase")) {
+            Control("DELETE", "/devhost/gameflow");
+            return "gameflow deleted";
+        }
+        Control("PUT", "/devhost/gameflow", value);
         return "gameflow " + Text(value);
     }
     if (name == "switch") {
@@ -164,6 +174,8 @@ std::string Player::Call(const BindingProperty& call, const BindingProperty& exp
     if (expect.HasMember("json") && !JsonSubset(expect.Member("json"), body, where)) {
         throw Mismatch(description + ", answer " + where);
     }
+    ExpectElements(description, expect.Member("contains"), body, true);
+    ExpectElements(description, expect.Member("lacks"), body, false);
     if (expect.HasMember("message") && body.Member("message").AsString() != expect.Member("message").AsString()) {
         throw Mismatch(description + ", expected the message \"" + std::string(expect.Member("message").AsString()) +
                        "\", got " + answer.body);
@@ -171,10 +183,31 @@ std::string Player::Call(const BindingProperty& call, const BindingProperty& exp
     return description;
 }
 
+// Whether some element of the answer's list holds each expected value (present) or none does.
+void Player::ExpectElements(const std::string& description, const BindingProperty& expected,
+                            const BindingProperty& answer, bool present) {
+    for (const BindingProperty& want : expected.Elements()) {
+        std::string where;
+        bool found = false;
+        for (const BindingProperty& element : answer.Elements()) {
+            found = found || JsonSubset(want, element, where);
+        }
+        if (found != present) {
+            throw Mismatch(description + ", " + (present ? "no element holds " : "an element holds ") +
+                           wex::WriteJson(want));
+        }
+    }
+}
+
 std::string Player::Expect(const BindingProperty& expect) {
     ExpectEvents(expect.Member("events"));
     ExpectServerCalls(expect.Member("serverCalls"));
-    ExpectLog(expect.Member("log"));
+    std::vector<std::string> log;
+    for (const RecordedLogLine& line : session_.Host().Records().logLines) {
+        log.push_back(line.text);
+    }
+    ExpectLines(expect.Member("log"), log, logLines_, "log line");
+    ExpectLines(expect.Member("hostCalls"), session_.Host().Records().journal, hostCalls_, "host call");
     return "expect " + Text(expect);
 }
 
@@ -215,18 +248,17 @@ void Player::ExpectServerCalls(const BindingProperty& expected) {
     }
 }
 
-// Each text, in order, within a log line forwarded since the last expectation of log lines.
-void Player::ExpectLog(const BindingProperty& expected) {
-    const auto& lines = session_.Host().Records().logLines;
+void Player::ExpectLines(const BindingProperty& expected, const std::vector<std::string>& lines, std::size_t& cursor,
+                         std::string_view what) {
     for (const BindingProperty& want : expected.Elements()) {
         const std::string_view text = want.AsString();
-        while (logLines_ < lines.size() && lines[logLines_].text.find(text) == std::string::npos) {
-            ++logLines_;
+        while (cursor < lines.size() && lines[cursor].find(text) == std::string::npos) {
+            ++cursor;
         }
-        if (logLines_ == lines.size()) {
-            throw Mismatch("no log line contains \"" + std::string(text) + "\"");
+        if (cursor == lines.size()) {
+            throw Mismatch("no " + std::string(what) + " contains \"" + std::string(text) + "\"");
         }
-        ++logLines_;
+        ++cursor;
     }
 }
 
@@ -255,11 +287,15 @@ int PlayFile(const std::string& file, const ScenarioOptions& options, std::ostre
         out << "  skipped: the plug-in has no route " << missing << " yet\n";
         return kScenariosSkipped;
     }
-    Player player(session);
     const BindingProperty& steps = scenario.Member("steps");
+    if (steps.Kind() != BindingPropertyKind::Collection || steps.Size() == 0) {
+        throw Mismatch("a scenario needs \"steps\", a list of at least one step");
+    }
+    Player player(session);
     for (std::size_t index = 0; index < steps.Size(); ++index) {
         try {
-            out << "  " << index + 1 << " ok    " << player.Play(steps.At(index)) << '\n';
+            const std::string description = player.Play(steps.At(index));
+            out << "  " << index + 1 << " ok    " << description << '\n';
         } catch (const std::exception& mismatch) {
             out << "  " << index + 1 << " FAIL  " << mismatch.what() << '\n';
             return 1;
