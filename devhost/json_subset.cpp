@@ -11,16 +11,33 @@ namespace {
 using wex::BindingProperty;
 using wex::BindingPropertyKind;
 
-bool IsNumber(BindingPropertyKind kind) {
-    return kind == BindingPropertyKind::Signed || kind == BindingPropertyKind::Unsigned ||
-           kind == BindingPropertyKind::Float;
+bool IsInteger(BindingPropertyKind kind) {
+    return kind == BindingPropertyKind::Signed || kind == BindingPropertyKind::Unsigned;
 }
 
+long double NumberOf(const BindingProperty& value) {
+    switch (value.Kind()) {
+        case BindingPropertyKind::Signed:
+            return static_cast<long double>(value.AsInt64());
+        case BindingPropertyKind::Unsigned:
+            return static_cast<long double>(value.AsUInt64());
+        default:
+            return value.AsDouble();
+    }
+}
+
+// Whole numbers compare by their text, so that 64-bit values stay exact; a
+// fraction on either side compares by value, so that 2 equals 2.0.
 bool SameScalar(const BindingProperty& expected, const BindingProperty& actual) {
-    if (IsNumber(expected.Kind()) && IsNumber(actual.Kind())) {
-        return expected.Kind() == actual.Kind() && expected.Kind() != BindingPropertyKind::Float
-                   ? expected.ToString() == actual.ToString()
-                   : expected.AsDouble() == actual.AsDouble();
+    const bool expectedInteger = IsInteger(expected.Kind());
+    const bool actualInteger = IsInteger(actual.Kind());
+    if (expectedInteger && actualInteger) {
+        return expected.ToString() == actual.ToString();
+    }
+    const bool expectedNumber = expectedInteger || expected.Kind() == BindingPropertyKind::Float;
+    const bool actualNumber = actualInteger || actual.Kind() == BindingPropertyKind::Float;
+    if (expectedNumber && actualNumber) {
+        return NumberOf(expected) == NumberOf(actual);
     }
     return expected.Kind() == actual.Kind() && wex::WriteJson(expected) == wex::WriteJson(actual);
 }

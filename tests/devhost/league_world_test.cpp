@@ -1,0 +1,117 @@
+#include <gtest/gtest.h>
+
+#include "codec/json_writer.h"
+#include "demo_world.h"
+#include "league_world.h"
+
+namespace {
+
+using tav::host::ReadLeagueWorld;
+
+constexpr const char* kPlayers = "currentPlayer: 1\nplayers: [{summonerId: 1, accountId: 11, name: One}]\n";
+
+TEST(LeagueWorld, ReadsTheDemoWorld) {
+    const auto reading = ReadLeagueWorld(tav::host::kDemoWorld);
+    ASSERT_EQ(reading.error, "");
+    const auto& world = reading.world;
+    EXPECT_EQ(world.Current().name, "Ardent Vale");
+    EXPECT_EQ(world.players.size(), 7u);
+    ASSERT_EQ(world.leagues.size(), 7u);
+    // Generated lists come at the asked size, next to the listed entries.
+    EXPECT_EQ(world.leagues[3].entries.size(), 200u);
+    EXPECT_EQ(world.leagues[4].entries.size(), 241u);
+    EXPECT_EQ(world.teams.at(0).members.size(), 5u);
+    ASSERT_EQ(world.messages.size(), 2u);
+    EXPECT_EQ(world.messages[0].type, "leagues");
+    EXPECT_TRUE(world.platform.jwtEnabled);
+}
+
+TEST(LeagueWorld, CompletesListedEntriesAndSortsTheListBestFirst) {
+    const auto reading =
+        ReadLeagueWorld(std::string(kPlayers) +
+                        "leagues: [{name: L, queue: RANKED_FLEX_SR, tier: GOLD, entries: [\n"
+                        "  {player: 1, leaguePoints: 5}, {player: 1, rank: IV, leaguePoints: 70}]}]\n");
+    ASSERT_EQ(reading.error, "");
+    const auto& entries = reading.world.leagues.at(0).entries;
+    ASSERT_EQ(entries.size(), 2u);
+    EXPECT_EQ(wex::WriteJson(entries[0]), R"({"leaguePoints":70,"playerOrTeamId":"1","playerOrTeamName":"One",)"
+                                          R"("queueType":"RANKED_FLEX_SR","rank":"IV","tier":"GOLD"})");
+    EXPECT_EQ(entries[1].Member("rank").AsString(), "I");
+}
+
+TEST(LeagueWorld, TheSameSeedGivesTheSameList) {
+    const std::string text =
+        std::string(kPlayers) +
+        "leagues: [{name: C, queue: RANKED_SOLO_5x5, tier: CHALLENGER, generate: {count: 3, seed: 5}}]\n";
+    const auto first = ReadLeagueWorld(text);
+    const auto second = ReadLeagueWorld(text);
+    ASSERT_EQ(first.error, "");
+    ASSERT_EQ(first.world.leagues.at(0).entries.size(), 3u);
+    for (std::size_t index = 0; index < 3; ++index) {
+        EXPECT_EQ(wex::WriteJson(first.world.leagues[0].entries[index]),
+                  wex::WriteJson(second.world.leagues[0].entries[index]));
+    }
+}
+
+TEST(LeagueWorld, NamesTheMemberAtFault) {
+    const std::string players = kPlayers;
+    const struct {
+        std::string text;
+        std::string error;
+    } cases[] = {
+        {"- 1\n", "world: expected a mapping"},
+        {"players: []\n", "currentPlayer: missing"},
+        {players + "currentPlayer: 2\n", "currentPlayer: 2 is not a player of the world"},
+        {"currentPlayer: 1\nplayers: [{summonerId: 1, accountId: 1, name: A}, {summonerId: 1, accountId: 2, name: "
+         "B}]\n",
+         "players[1].summonerId: 1 is listed twice"},
+        {"currentPlayer: 1\nplayers: [{summonerId: -1, accountId: 1, name: A}]\n",
+         "players[0].summonerId: expected a whole number, 0 or more"},
+        {"currentPlayer: 1\nplayers: {summonerId: 1}\n", "players: expected a sequence"},
+        {players + "tokenMinutes: soon\n", "tokenMinutes: expected a number"},
+        {players + "leagues: [{name: L, queue: RANKED_TEAM, tier: GOLD}]\n",
+         "leagues[0].queue: 'RANKED_TEAM' is none of RANKED_SOLO_5x5, RANKED_FLEX_SR, RANKED_FLEX_TT"},
+        {players + "leagues: [{name: L, queue: RANKED_SOLO_5x5}]\n", "leagues[0].tier: missing"},
+        {players + "leagues: [{name: L, queue: RANKED_SOLO_5x5, tier: GOLD, entries: [{player: 1}, {player: 77}]}]\n",
+         "leagues[0].entries[1].player: 77 is not a player of the world"},
+        {players + "leagues: [{name: L, queue: RANKED_SOLO_5x5, tier: GOLD, entries: [{player: 1, rank: VI}]}]\n",
+         "leagues[0].entries[0].rank: 'VI' is none of I, II, III, IV, V"},
+        {players + "leagues: [{name: L, queue: RANKED_SOLO_5x5, tier: MASTER, generate: {count: 10001, seed: 1}}]\n",
+         "leagues[0].generate.count: at most 10000 entries are generated"},
+        {players + "leagues: [{name: L, queue: RANKED_SOLO_5x5, tier: MASTER, generate: {count: 3}}]\n",
+         "leagues[0].generate.seed: missing"},
+        {players + "championStats: [{player: 1, champions: [{championId: 0, played: 1, won: 1}]}]\n",
+         "championStats[0].champions[0].championId: expected a champion id from 1 to 2147483647"},
+        {players + "championStats: [{player: 1, champions: [{championId: 2147483648, played: 1, won: 1}]}]\n",
+         "championStats[0].champions[0].championId: expected a champion id from 1 to 2147483647"},
+        {players + "teams: [{id: T, name: N, members: [{player: 2}]}]\n",
+         "teams[0].members[0].player: 2 is not a player of the world"},
+        {players + "messages: [{msgId: 1, params: [[1]]}]\n", "messages[0].params[0]: expected a mapping or a text"},
+        {players + "platform: {loggedIn: yes please}\n", "platform.loggedIn: expected true or false"},
+        {players + "platform: {darkMode: true}\n", "platform.darkMode: unknown setting"},
+    };
+    for (const auto& row : cases) {
+        SCOPED_TRACE(row.text);
+        EXPECT_EQ(ReadLeagueWorld(row.text).error, row.error);
+    }
+}
+
+TEST(LeagueWorld, TakesTheBoundaryValues) {
+    const std::string players = kPlayers;
+    for (const std::string& text : {
+             players + "championStats: [{player: 1, champions: [{championId: 1, played: 0, won: 0}]}]\n",
+             players + "championStats: [{player: 1, champions: [{championId: 2147483647, played: 1, won: 1}]}]\n",
+             players +
+                 "leagues: [{name: L, queue: RANKED_SOLO_5x5, tier: MASTER, generate: {count: 10000, seed: 0}}]\n",
+             players + "messages: [{msgId: \"7\", params: ['{\"notifyReason\":\"QUEUE_DODGE\"}']}]\n",
+         }) {
+        SCOPED_TRACE(text);
+        EXPECT_EQ(ReadLeagueWorld(text).error, "");
+    }
+}
+
+TEST(LeagueWorld, ReportsTextThatIsNoYaml) {
+    EXPECT_NE(ReadLeagueWorld("players: [unclosed\n").error, "");
+}
+
+}  // namespace
