@@ -1,5 +1,7 @@
 #include "control_routes.h"
 
+#include <optional>
+
 #include "api_description.h"
 #include "codec/json_reader.h"
 #include "codec/json_writer.h"
@@ -104,12 +106,11 @@ HttpAnswer PushMessage(HostSession& session, const std::string& body) {
 }
 
 HttpAnswer AdvanceClock(HostSession& session, const std::string& body) {
-    const BindingProperty seconds = ReadBody(body).Member("seconds");
-    const auto kind = seconds.Kind();
-    if ((kind != BindingPropertyKind::Unsigned && kind != BindingPropertyKind::Float) || !(seconds.AsDouble() >= 0.0)) {
+    const std::optional<double> seconds = NumberOf(ReadBody(body).Member("seconds"));
+    if (!seconds || !(*seconds >= 0.0)) {
         throw BadRequest("The clock moves on by {\"seconds\": N}, N at least 0");
     }
-    session.Host().AdvanceClock(seconds.AsDouble());
+    session.Host().AdvanceClock(*seconds);
     return Json(Structure({{"now", Float(session.Host().Now())}}));
 }
 
@@ -172,7 +173,8 @@ HttpAnswer SetFault(HostSession& session, const std::string& call, const std::st
     fault.className = TextMember(value, "className");
     fault.malformed = value.Member("malformed").ToBool();
     fault.status = static_cast<std::uint32_t>(value.Member("status").AsUInt64(500));
-    fault.delaySeconds = value.Member("delaySeconds").AsDouble(0.0);
+    const BindingProperty& delay = value.Member("delaySeconds");
+    fault.delaySeconds = delay.IsEmpty() ? 0.0 : NumberOf(delay).value_or(-1.0);
     if (!(fault.delaySeconds >= 0.0) || fault.delaySeconds > 86400.0) {
         throw BadRequest("\"delaySeconds\" lies between 0 and 86400");
     }

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "codec/json_writer.h"
+#include "value_builders.h"
 
 namespace tav::host {
 
@@ -13,17 +14,6 @@ using wex::BindingPropertyKind;
 
 bool IsInteger(BindingPropertyKind kind) {
     return kind == BindingPropertyKind::Signed || kind == BindingPropertyKind::Unsigned;
-}
-
-long double NumberOf(const BindingProperty& value) {
-    switch (value.Kind()) {
-        case BindingPropertyKind::Signed:
-            return static_cast<long double>(value.AsInt64());
-        case BindingPropertyKind::Unsigned:
-            return static_cast<long double>(value.AsUInt64());
-        default:
-            return value.AsDouble();
-    }
 }
 
 // Whole numbers compare by their text, so that 64-bit values stay exact; a
@@ -37,7 +27,7 @@ bool SameScalar(const BindingProperty& expected, const BindingProperty& actual) 
     const bool expectedNumber = expectedInteger || expected.Kind() == BindingPropertyKind::Float;
     const bool actualNumber = actualInteger || actual.Kind() == BindingPropertyKind::Float;
     if (expectedNumber && actualNumber) {
-        return NumberOf(expected) == NumberOf(actual);
+        return *NumberOf(expected) == *NumberOf(actual);
     }
     return expected.Kind() == actual.Kind() && wex::WriteJson(expected) == wex::WriteJson(actual);
 }

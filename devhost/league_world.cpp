@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <functional>
+#include <optional>
 #include <stdexcept>
 
 #include "codec/json_writer.h"
@@ -41,12 +42,11 @@ std::uint64_t ReadUnsigned(const BindingProperty& node, const std::string& path)
 }
 
 double ReadNumber(const BindingProperty& node, const std::string& path) {
-    const auto kind = node.Kind();
-    if (kind != BindingPropertyKind::Unsigned && kind != BindingPropertyKind::Signed &&
-        kind != BindingPropertyKind::Float) {
+    const std::optional<double> number = NumberOf(node);
+    if (!number) {
         throw WorldError(path, "expected a number");
     }
-    return node.AsDouble();
+    return *number;
 }
 
 bool ReadBool(const BindingProperty& node, const std::string& path) {

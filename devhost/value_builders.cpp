@@ -47,4 +47,17 @@ wex::BindingProperty EmptyCollection() {
     return value;
 }
 
+std::optional<double> NumberOf(const wex::BindingProperty& value) {
+    switch (value.Kind()) {
+        case wex::BindingPropertyKind::Signed:
+            return static_cast<double>(value.AsInt64());
+        case wex::BindingPropertyKind::Unsigned:
+            return static_cast<double>(value.AsUInt64());
+        case wex::BindingPropertyKind::Float:
+            return value.AsDouble();
+        default:
+            return std::nullopt;
+    }
+}
+
 }  // namespace tav::host

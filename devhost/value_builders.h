@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <initializer_list>
+#include <optional>
 #include <string_view>
 #include <utility>
 
@@ -17,5 +18,9 @@ wex::BindingProperty Signed(std::int64_t number);
 wex::BindingProperty Float(double number);
 wex::BindingProperty Bool(bool value);
 wex::BindingProperty EmptyCollection();
+
+// A number of any kind as a double; nothing for other values. (The value's
+// own AsDouble reads only fractions.)
+std::optional<double> NumberOf(const wex::BindingProperty& value);
 
 }  // namespace tav::host

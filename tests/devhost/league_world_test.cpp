@@ -110,6 +110,15 @@ TEST(LeagueWorld, TakesTheBoundaryValues) {
     }
 }
 
+TEST(LeagueWorld, ReadsTokenMinutesWholeOrFractional) {
+    for (const auto& [text, minutes] : {std::pair{"3", 3.0}, std::pair{"0.5", 0.5}, std::pair{"0", 0.0}}) {
+        SCOPED_TRACE(text);
+        const auto reading = ReadLeagueWorld(std::string(kPlayers) + "tokenMinutes: " + text + "\n");
+        ASSERT_EQ(reading.error, "");
+        EXPECT_EQ(reading.world.tokenMinutes, minutes);
+    }
+}
+
 TEST(LeagueWorld, ReportsTextThatIsNoYaml) {
     EXPECT_NE(ReadLeagueWorld("players: [unclosed\n").error, "");
 }

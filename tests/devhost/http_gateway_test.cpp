@@ -1,0 +1,246 @@
+#include <gtest/gtest.h>
+#include <httplib.h>
+
+#include <atomic>
+#include <thread>
+
+#include "codec/json_reader.h"
+#include "http_gateway.h"
+#include "live_host.h"
+#include "world_source.h"
+
+namespace {
+
+using tav::host::GatewayOptions;
+using tav::host::HostSession;
+using tav::host::LiveHost;
+
+std::shared_ptr<const tav::host::LeagueWorld> DemoWorld() {
+    std::string error;
+    return tav::host::LoadWorld("", error);
+}
+
+// The plug-in on the demo world, served over HTTP on a free loopback port by a host thread of its own.
+class LiveHostTest : public ::testing::Test {
+  protected:
+    void Serve(std::string token = {}) {
+        ASSERT_TRUE(session_.Start(TAV_PLUGIN_PATH, {18, 0, 0})) << session_.Error();
+        GatewayOptions options;
+        options.accessToken = std::move(token);
+        live_ = std::make_unique<LiveHost>(session_, options);
+        ASSERT_TRUE(live_->Listen());
+        hostThread_ = std::thread([this] { live_->Run(stop_); });
+        client_ = std::make_unique<httplib::Client>("127.0.0.1", live_->Port());
+    }
+
+    void TearDown() override {
+        stop_ = true;
+        if (hostThread_.joinable()) {
+            hostThread_.join();
+        }
+    }
+
+    HostSession session_{DemoWorld()};
+    std::unique_ptr<LiveHost> live_;
+    std::atomic<bool> stop_{false};
+    std::thread hostThread_;
+    std::unique_ptr<httplib::Client> client_;
+};
+
+TEST_F(LiveHostTest, AnswersEveryKindOfRequestWithItsStatusAndJson) {
+    Serve();
+    const struct {
+        const char* method;
+        const char* path;
+        const char* body;
+        int status;
+        const char* answer;
+    } cases[] = {
+        {"GET", "/tav-leagues/v1/nothing?x=1", "", 404,
+         R"({"message":"No endpoint for /tav-leagues/v1/nothing?x=1","status":404})"},
+        {"GET", "/devhost/nothing", "", 404,
+         R"({"message":"tav-host has no route GET /devhost/nothing","status":404})"},
+        {"PUT", "/devhost/gameflow", "{", 400, nullptr},
+        {"PUT", "/devhost/gameflow", R"({"queue":"RANKED_SOLO_5x5"})", 400,
+         R"({"message":"The gameflow needs a \"phase\", such as \"ChampSelect\"","status":400})"},
+        {"PUT", "/devhost/gameflow", R"({"phase":"ChampSelect","queue":"RANKED_FLEX_SR"})", 204, ""},
+        {"PUT", "/devhost/switches/darkMode", "true", 404,
+         R"({"message":"No switch darkMode; the switches are leagueServiceEnabled and JWTEnabled","status":404})"},
+        {"PUT", "/devhost/switches/JWTEnabled", "1", 400,
+         R"({"message":"A switch is set with true or false","status":400})"},
+        {"PUT", "/devhost/switches/JWTEnabled", "false", 204, ""},
+        {"GET", "/devhost/resources/tav-platform-config/v1/namespaces/LeagueConfig/JWTEnabled", "", 200, "false"},
+        {"GET", "/devhost/resources/tav-nothing/v1/x", "", 404,
+         R"({"message":"No resource /tav-nothing/v1/x","status":404})"},
+        {"POST", "/devhost/clock", R"({"seconds":-1})", 400,
+         R"({"message":"The clock moves on by {\"seconds\": N}, N at least 0","status":400})"},
+        {"POST", "/devhost/clock", R"({"seconds":"soon"})", 400, nullptr},
+        {"PUT", "/devhost/faults/leagues/getAllMyLeagues", R"({"delaySeconds":"soon"})", 400,
+         R"({"message":"\"delaySeconds\" lies between 0 and 86400","status":400})"},
+        {"POST", "/devhost/messages", R"({"typeName":"x"})", 400,
+         R"({"message":"A pushed message needs a \"body\" object","status":400})"},
+        {"PUT", "/devhost/faults/leagues", "{}", 404,
+         R"({"message":"A fault is set on /devhost/faults/DESTINATION/METHOD","status":404})"},
+        {"PUT", "/devhost/faults/leagues/getAllMyLeagues", R"({"delaySeconds":86401})", 400,
+         R"({"message":"\"delaySeconds\" lies between 0 and 86400","status":400})"},
+        {"PUT", "/devhost/faults/leagues/getAllMyLeagues", R"({"error":"down","delaySeconds":86400})", 204, ""},
+        {"GET", "/devhost/faults", "", 200,
+         R"([{"className":"","delaySeconds":86400.0,"destination":"leagues","error":"down","malformed":false,)"
+         R"("method":"getAllMyLeagues","status":500}])"},
+        {"DELETE", "/devhost/faults", "", 204, ""},
+        {"GET", "/devhost/faults", "", 200, "[]"},
+    };
+    for (const auto& row : cases) {
+        SCOPED_TRACE(std::string(row.method) + " " + row.path + " " + row.body);
+        const auto result = client_->send([&] {
+            httplib::Request request;
+            request.method = row.method;
+            request.path = row.path;
+            request.body = row.body;
+            return request;
+        }());
+        ASSERT_TRUE(result) << httplib::to_string(result.error());
+        EXPECT_EQ(result->status, row.status);
+        if (row.answer != nullptr) {
+            EXPECT_EQ(result->body, row.answer);
+        }
+    }
+}
+
+TEST_F(LiveHostTest, MovesTheClockOnByWholeSecondsAndFractions) {
+    Serve();
+    double now = 0.0;
+    for (const char* seconds : {"30", "0.5", "0"}) {
+        SCOPED_TRACE(seconds);
+        const auto result = client_->Post("/devhost/clock", std::string(R"({"seconds":)") + seconds + "}", "");
+        ASSERT_TRUE(result);
+        ASSERT_EQ(result->status, 200);
+        const double next = wex::ParseJson(result->body).Member("now").AsDouble();
+        EXPECT_GE(next - now, std::stod(seconds));
+        EXPECT_LT(next - now, std::stod(seconds) + 5.0);
+        now = next;
+    }
+}
+
+TEST_F(LiveHostTest, DescribesTheApiTableAndTheMemory) {
+    Serve();
+    const auto api = client_->Get("/devhost/api");
+    ASSERT_TRUE(api);
+    EXPECT_EQ(api->status, 200);
+    EXPECT_NE(api->body.find(R"({"description":"Fired when a callback is invoked.","name":"OnCallback",)"),
+              std::string::npos);
+    const auto memory = client_->Get("/devhost/memory");
+    ASSERT_TRUE(memory);
+    EXPECT_EQ(memory->body.rfind(R"({"allocatedBytes":)", 0), 0u) << memory->body;
+}
+
+TEST_F(LiveHostTest, NeedsTheTokenWhenItHasOne) {
+    Serve("s3cret");
+    const std::string refusal =
+        R"({"message":"This tav-host needs the access token it printed at start, as \"Authorization: Bearer TOKEN\" )"
+        R"(or \"?token=TOKEN\"","status":401})";
+    const auto bare = client_->Get("/devhost/faults");
+    ASSERT_TRUE(bare);
+    EXPECT_EQ(bare->status, 401);
+    EXPECT_EQ(bare->body, refusal);
+    const auto wrong = client_->Get("/devhost/faults", {{"Authorization", "Bearer s3cre"}});
+    ASSERT_TRUE(wrong);
+    EXPECT_EQ(wrong->status, 401);
+    const auto events = client_->Get("/devhost/events");
+    ASSERT_TRUE(events);
+    EXPECT_EQ(events->status, 401);
+    const auto bearer = client_->Get("/devhost/faults", {{"Authorization", "Bearer s3cret"}});
+    ASSERT_TRUE(bearer);
+    EXPECT_EQ(bearer->status, 200);
+    const auto query = client_->Get("/devhost/faults?token=s3cret");
+    ASSERT_TRUE(query);
+    EXPECT_EQ(query->status, 200);
+}
+
+// The gateway alone, with the test standing in for the host's thread.
+class GatewayTest : public ::testing::Test {
+  protected:
+    GatewayTest() {
+        GatewayOptions options;
+        options.answerTimeout = std::chrono::milliseconds(300);
+        gateway_ = std::make_unique<tav::host::HttpGateway>(session_, queue_, events_, options);
+        EXPECT_TRUE(gateway_->Bind());
+        gateway_->Start();
+    }
+    ~GatewayTest() override {
+        events_.Close();
+        queue_.Close();
+        gateway_->Stop();
+    }
+
+    HostSession session_{DemoWorld()};
+    tav::host::HostWorkQueue queue_;
+    tav::host::EventStream events_;
+    std::unique_ptr<tav::host::HttpGateway> gateway_;
+};
+
+TEST_F(GatewayTest, StreamsEventsAsServerSentEvents) {
+    std::string received;
+    httplib::Client client("127.0.0.1", gateway_->Port());
+    std::thread reader([&] {
+        client.Get("/devhost/events", [&](const char* data, std::size_t length) {
+            received.append(data, length);
+            return received.find("\"n\":2") == std::string::npos;
+        });
+    });
+    while (true) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        // Published until the reader has joined; it then sees the events after it joined.
+        events_.Publish({"OnJsonApiEvent", R"({"n":1})"});
+        if (gateway_->Port() > 0 && events_.Next() > 3) {
+            break;
+        }
+    }
+    events_.Publish({"OnJsonApiEvent", R"({"n":2})"});
+    reader.join();
+    EXPECT_EQ(received.rfind(": tav-host events\n\n", 0), 0u) << received;
+    EXPECT_NE(received.find("event: OnJsonApiEvent\ndata: {\"n\":2}\n\n"), std::string::npos) << received;
+}
+
+TEST_F(GatewayTest, AHostThatDoesNotAnswerInTimeGives504AndDropsTheLateAnswer) {
+    httplib::Client client("127.0.0.1", gateway_->Port());
+    const auto late = client.Get("/devhost/faults");
+    ASSERT_TRUE(late);
+    EXPECT_EQ(late->status, 504);
+    EXPECT_EQ(late->body, R"({"message":"The host did not answer in time","status":504})");
+    EXPECT_EQ(queue_.RunQueued(), 1u);
+
+    std::thread host([&] {
+        while (queue_.RunQueued() == 0) {
+            queue_.WaitForWork(std::chrono::milliseconds(10));
+        }
+    });
+    const auto next = client.Get("/devhost/faults");
+    host.join();
+    ASSERT_TRUE(next);
+    EXPECT_EQ(next->status, 200);
+    EXPECT_EQ(next->body, "[]");
+}
+
+TEST_F(GatewayTest, AClientThatLeavesMidRequestLeavesTheHostConsistent) {
+    {
+        httplib::Client impatient("127.0.0.1", gateway_->Port());
+        impatient.set_read_timeout(std::chrono::milliseconds(50));
+        EXPECT_FALSE(impatient.Get("/devhost/faults"));
+    }
+    std::this_thread::sleep_for(std::chrono::milliseconds(350));
+    EXPECT_EQ(queue_.RunQueued(), 1u);
+
+    std::thread host([&] {
+        while (queue_.RunQueued() == 0) {
+            queue_.WaitForWork(std::chrono::milliseconds(10));
+        }
+    });
+    httplib::Client client("127.0.0.1", gateway_->Port());
+    const auto next = client.Get("/devhost/faults");
+    host.join();
+    ASSERT_TRUE(next);
+    EXPECT_EQ(next->status, 200);
+}
+
+}  // namespace
