@@ -1,0 +1,114 @@
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "scenario.h"
+
+namespace {
+
+using tav::host::RunScenarios;
+
+// A scenario file in a folder of its own, removed at the end.
+class ScenarioTest : public ::testing::Test {
+  protected:
+    ScenarioTest() {
+        char folder[] = "/tmp/tav-scenario-XXXXXX";
+        folder_ = mkdtemp(folder);
+    }
+    ~ScenarioTest() override { std::filesystem::remove_all(folder_); }
+
+    std::string Write(const std::string& name, const std::string& text) {
+        const std::string path = folder_ + "/" + name;
+        std::ofstream(path) << text;
+        return path;
+    }
+    // Plays the text; the report with the file's folder taken out.
+    std::string Play(const std::string& text, int expectedCode) {
+        const std::string path = Write("s.yaml", text);
+        std::ostringstream out;
+        EXPECT_EQ(RunScenarios({path}, {TAV_PLUGIN_PATH, {18, 0, 0}}, out), expectedCode);
+        std::string report = out.str();
+        for (std::size_t at; (at = report.find(folder_ + "/")) != std::string::npos;) {
+            report.erase(at, folder_.size() + 1);
+        }
+        return report;
+    }
+
+    std::string folder_;
+};
+
+TEST_F(ScenarioTest, ReportsEachStepAndPasses) {
+    EXPECT_EQ(Play("name: controls\n"
+                   "steps:\n"
+                   "  - note: hello\n"
+                   "  - advance: 60\n"
+                   "  - gameflow: {phase: ChampSelect}\n"
+                   "  - call: {path: /x}\n"
+                   "    expect: {status: 404, message: No endpoint for /x, json: {status: 404}}\n",
+                   0),
+              "Scenario s.yaml: controls\n"
+              "  1 ok    -- hello\n"
+              "  2 ok    advance 60 s\n"
+              "  3 ok    gameflow {\"phase\":\"ChampSelect\"}\n"
+              "  4 ok    call GET /x: 404\n"
+              "  passed, 4 steps\n");
+}
+
+TEST_F(ScenarioTest, StopsAtTheFirstMismatchWithWhatDiffered) {
+    const struct {
+        const char* step;
+        const char* failure;
+    } cases[] = {
+        {"- call: {path: /x}\n  expect: {status: 200}",
+         "call GET /x: 404, expected 200 ({\"message\":\"No endpoint for /x\",\"status\":404})"},
+        {"- call: {path: /x}\n  expect: {json: {status: 400}}",
+         "call GET /x: 404, answer $.status: expected 400, got 404"},
+        {"- call: {path: /x}\n  expect: {message: Nope}",
+         "call GET /x: 404, expected the message \"Nope\", got {\"message\":\"No endpoint for /x\",\"status\":404}"},
+        {"- call: {path: /x}\n  expect: {contains: [1]}", "call GET /x: 404, no element holds 1"},
+        {"- expect: {events: [{name: OnJsonApiEvent, payload: {uri: /a}}]}",
+         "no event {\"name\":\"OnJsonApiEvent\",\"payload\":{\"uri\":\"/a\"}} was published"},
+        {"- expect: {serverCalls: [{destination: leagues, method: getAllMyLeagues}]}",
+         "no server call {\"destination\":\"leagues\",\"method\":\"getAllMyLeagues\"} was made"},
+        {"- expect: {log: [Failed]}", "no log line contains \"Failed\""},
+        {"- expect: {hostCalls: [SubscribeHostEvent OnNothing]}",
+         "no host call contains \"SubscribeHostEvent OnNothing\""},
+        {"- advance: -1",
+         "POST /devhost/clock answered 400 {\"message\":\"The clock moves on by {\\\"seconds\\\": N}, N at least 0\","
+         "\"status\":400}"},
+        {"- dance: {}", "unknown step \"dance\""},
+        {"- []", "a step is a mapping with one action, such as {login: {}}"},
+    };
+    for (const auto& row : cases) {
+        SCOPED_TRACE(row.step);
+        std::string step = row.step;
+        for (std::size_t at = 0; (at = step.find('\n', at)) != std::string::npos; at += 3) {
+            step.insert(at + 1, "  ");
+        }
+        EXPECT_EQ(Play("name: one\nsteps:\n  - note: first\n  " + step + "\n  - note: never\n", 1),
+                  std::string("Scenario s.yaml: one\n  1 ok    -- first\n  2 FAIL  ") + row.failure + "\n");
+    }
+}
+
+TEST_F(ScenarioTest, RefusesFilesThatCannotBePlayed) {
+    EXPECT_EQ(Play("name: empty\nsteps: []\n", 1),
+              "Scenario s.yaml: empty\nScenario s.yaml: a scenario needs \"steps\", a list of at least one step\n");
+    EXPECT_EQ(Play("name: lost\nworld: nowhere.yaml\nsteps: [{note: x}]\n", 1),
+              "Scenario s.yaml: lost\nScenario s.yaml: cannot read the world file nowhere.yaml\n");
+    Write("bad-world.yaml", "currentPlayer: 9\n");
+    EXPECT_EQ(Play("name: bad\nworld: bad-world.yaml\nsteps: [{note: x}]\n", 1),
+              "Scenario s.yaml: bad\nScenario s.yaml: bad-world.yaml: currentPlayer: 9 is not a player of the world\n");
+    std::ostringstream out;
+    EXPECT_EQ(RunScenarios({folder_ + "/none.yaml"}, {TAV_PLUGIN_PATH, {18, 0, 0}}, out), 1);
+    EXPECT_EQ(out.str(), "Scenario " + folder_ + "/none.yaml: cannot read " + folder_ + "/none.yaml\n");
+}
+
+TEST_F(ScenarioTest, SkipsWhenThePluginLacksARouteItNeeds) {
+    EXPECT_EQ(Play("name: later\nrequires: [GET /tav-leagues/v9/future]\nsteps: [{note: x}]\n", 77),
+              "Scenario s.yaml: later\n  skipped: the plug-in has no route GET /tav-leagues/v9/future yet\n");
+}
+
+}  // namespace

@@ -1,0 +1,138 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <httplib.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <regex>
+#include <set>
+
+#include "codec/json_reader.h"
+#include "support/run_command.h"
+
+namespace {
+
+using ::testing::HasSubstr;
+
+// tav-host started as `make run` starts it, but on a free port, with its output read through a pipe.
+class ServedHost {
+  public:
+    ServedHost() {
+        int pipeEnds[2];
+        if (pipe(pipeEnds) != 0) {
+            return;
+        }
+        pid_ = fork();
+        if (pid_ == 0) {
+            dup2(pipeEnds[1], STDOUT_FILENO);
+            dup2(pipeEnds[1], STDERR_FILENO);
+            close(pipeEnds[0]);
+            execl(TAV_HOST_PATH, TAV_HOST_PATH, "serve", "--port", "0", static_cast<char*>(nullptr));
+            _exit(127);
+        }
+        close(pipeEnds[1]);
+        output_ = fdopen(pipeEnds[0], "r");
+    }
+    ~ServedHost() {
+        if (pid_ > 0) {
+            Stop();
+        }
+        if (output_ != nullptr) {
+            fclose(output_);
+        }
+    }
+
+    // Reads the output up to the line that starts with prefix; that line, or empty at the end.
+    std::string ReadUntil(const std::string& prefix) {
+        char line[4096];
+        while (output_ != nullptr && fgets(line, sizeof line, output_) != nullptr) {
+            printed_ += line;
+            if (std::string(line).rfind(prefix, 0) == 0) {
+                return line;
+            }
+        }
+        return {};
+    }
+    int Stop() {
+        kill(pid_, SIGINT);
+        int status = 0;
+        waitpid(pid_, &status, 0);
+        pid_ = -1;
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+    const std::string& Printed() const { return printed_; }
+
+  private:
+    pid_t pid_ = -1;
+    FILE* output_ = nullptr;
+    std::string printed_;
+};
+
+TEST(TavHostServe, ServesTheEightRoutesOfTheDemoWorldAndStopsOnInterrupt) {
+    ServedHost host;
+    const std::string listening = host.ReadUntil("Listening on ");
+    std::smatch port;
+    ASSERT_TRUE(std::regex_search(listening, port, std::regex(R"(^Listening on http://127\.0\.0\.1:(\d+)\n$)")))
+        << host.Printed();
+    EXPECT_THAT(host.ReadUntil("Stop with Ctrl-C."), HasSubstr("Stop with Ctrl-C."));
+    EXPECT_THAT(host.Printed(),
+                HasSubstr("Current player: Ardent Vale (summoner 1001)\nTry:\n  curl http://127.0.0.1:"));
+    httplib::Client client("127.0.0.1", std::stoi(port[1]));
+
+    const auto api = client.Get("/devhost/api");
+    ASSERT_TRUE(api);
+    std::set<std::string> served;
+    for (const auto& route : wex::ParseJson(api->body).Member("routes").Elements()) {
+        served.insert(std::string(route.Member("method").AsString()) + " " +
+                      std::string(route.Member("path").AsString()));
+    }
+    const struct {
+        const char* method;
+        const char* route;
+        const char* path;
+    } routes[] = {
+        {"GET", "/tav-leagues/v1/summoner-leagues/{summonerId}", "/tav-leagues/v1/summoner-leagues/1001"},
+        {"GET", "/tav-leagues/v1/challenger-leagues", "/tav-leagues/v1/challenger-leagues"},
+        {"GET", "/tav-leagues/v1/teams/{id}", "/tav-leagues/v1/teams/TEAM-4F2A-91C3"},
+        {"GET", "/tav-leagues/v1/summoner-top-champs/{summonerId}", "/tav-leagues/v1/summoner-top-champs/1001"},
+        {"GET", "/tav-leagues/v2/tiers", "/tav-leagues/v2/tiers?summonerIds.0=1001&queueTypes.0=SOLO5V5"},
+        {"GET", "/tav-leagues/v2/notifications", "/tav-leagues/v2/notifications"},
+        {"GET", "/tav-leagues/v2/summoner-leagues/current-summoner/signed-leagues",
+         "/tav-leagues/v2/summoner-leagues/current-summoner/signed-leagues"},
+        {"POST", "/tav-leagues/v2/notifications/{id}/acknowledge", "/tav-leagues/v2/notifications/999/acknowledge"},
+    };
+    for (const auto& row : routes) {
+        SCOPED_TRACE(std::string(row.method) + " " + row.path);
+        const auto answer = std::string(row.method) == "GET" ? client.Get(row.path) : client.Post(row.path);
+        ASSERT_TRUE(answer);
+        if (served.count(std::string(row.method) + " " + row.route) == 0) {
+            EXPECT_EQ(answer->status, 404);
+            EXPECT_EQ(answer->body, std::string(R"({"message":"No endpoint for )") + row.path + R"(","status":404})");
+        } else if (std::string(row.method) == "POST") {
+            EXPECT_EQ(answer->status, 403) << answer->body;  // no notification 999
+        } else {
+            EXPECT_EQ(answer->status, 200) << answer->body;
+        }
+    }
+
+    EXPECT_EQ(host.Stop(), 0);
+    EXPECT_THAT(host.ReadUntil("Stopped."), HasSubstr("Stopped. Memory after stop:"));
+    EXPECT_THAT(host.ReadUntil("  live:"), HasSubstr(" bytes"));
+}
+
+TEST(TavHostServe, RefusesAWorldFileThatIsNoWorld) {
+    char path[] = "/tmp/tav-world-XXXXXX";
+    const int file = mkstemp(path);
+    ASSERT_GE(file, 0);
+    const std::string text = "currentPlayer: 3\nplayers: []\n";
+    ASSERT_EQ(write(file, text.data(), text.size()), static_cast<ssize_t>(text.size()));
+    close(file);
+    const auto result = tav::test::RunCommand(std::string(TAV_HOST_PATH) + " serve --port 0 --world " + path);
+    unlink(path);
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.output, "tav-host: " + std::string(path) + ": currentPlayer: 3 is not a player of the world\n");
+}
+
+}  // namespace
