@@ -6,46 +6,15 @@
 
 #include "codec/json_reader.h"
 #include "http_gateway.h"
-#include "live_host.h"
+#include "live_host_fixture.h"
 #include "world_source.h"
 
 namespace {
 
 using tav::host::GatewayOptions;
 using tav::host::HostSession;
-using tav::host::LiveHost;
-
-std::shared_ptr<const tav::host::LeagueWorld> DemoWorld() {
-    std::string error;
-    return tav::host::LoadWorld("", error);
-}
-
-// The plug-in on the demo world, served over HTTP on a free loopback port by a host thread of its own.
-class LiveHostTest : public ::testing::Test {
-  protected:
-    void Serve(std::string token = {}) {
-        ASSERT_TRUE(session_.Start(TAV_PLUGIN_PATH, {18, 0, 0})) << session_.Error();
-        GatewayOptions options;
-        options.accessToken = std::move(token);
-        live_ = std::make_unique<LiveHost>(session_, options);
-        ASSERT_TRUE(live_->Listen());
-        hostThread_ = std::thread([this] { live_->Run(stop_); });
-        client_ = std::make_unique<httplib::Client>("127.0.0.1", live_->Port());
-    }
-
-    void TearDown() override {
-        stop_ = true;
-        if (hostThread_.joinable()) {
-            hostThread_.join();
-        }
-    }
-
-    HostSession session_{DemoWorld()};
-    std::unique_ptr<LiveHost> live_;
-    std::atomic<bool> stop_{false};
-    std::thread hostThread_;
-    std::unique_ptr<httplib::Client> client_;
-};
+using tav::test::DemoWorld;
+using tav::test::LiveHostTest;
 
 TEST_F(LiveHostTest, AnswersEveryKindOfRequestWithItsStatusAndJson) {
     Serve();
