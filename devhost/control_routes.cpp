@@ -243,6 +243,9 @@ HttpAnswer Route(HostSession& session, std::string_view method, const std::strin
 
 HttpAnswer ServeControl(HostSession& session, std::string_view method, const std::string& path,
                         const std::string& body) {
+    if (path.rfind(kControlPrefix, 0) != 0) {
+        return HttpAnswer::Failure(404, "tav-host's own routes lie under " + std::string(kControlPrefix));
+    }
     try {
         HttpAnswer answer = Route(session, method, path.substr(kControlPrefix.size()), body);
         // Changes reach the plug-in before the answer goes out.
