@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "address_sanitizer.h"
 #include "plugin_library.h"
 #include "simulated_host.h"
 #include "support/run_command.h"
@@ -53,6 +54,9 @@ TEST(LibraryBoundary, LoadFillsTheRecordWithItsOwnVersionAndName) {
 }
 
 TEST(LibraryBoundary, CountsItsOwnAllocations) {
+    if (tav::host::kUnderAddressSanitizer) {
+        GTEST_SKIP() << "the sanitizer's allocator serves the plug-in before its counting wrappers see a call";
+    }
     PluginLibrary library;
     ASSERT_TRUE(library.Open(TAV_PLUGIN_PATH)) << library.error();
     const auto before = library.Memory();
