@@ -56,12 +56,15 @@ MaybeType<Failure, LCDS::SummonerLeagueItemsDTO> LeaguesModule::LoadSummonerLeag
         LogLeagueWarning(kNotAvailable);
         return wex::TextFailure(0, kNotAvailable);
     }
-    auto answer =
-        Await(CallService<LCDS::SummonerLeagueItemsDTO>("leagues", "getMyLeaguePositions", std::vector<std::string>()));
+    auto answer = Await(MyLeaguePositions());
     if (answer.HasFailure()) {
         LogLeagueError(wex::FormatMessage("Failed to get my leagues: %1", {answer.GetFailure()}));
     }
     return answer;
+}
+
+std::future<MaybeType<Failure, LCDS::SummonerLeagueItemsDTO>> LeaguesModule::MyLeaguePositions() {
+    return CallService<LCDS::SummonerLeagueItemsDTO>("leagues", "getMyLeaguePositions", std::vector<std::string>());
 }
 
 }  // namespace Orvel::Client::Leagues

@@ -23,10 +23,11 @@ void LeaguesModule::RegisterRoutes() {
     AddRoute(HostMethodGet, "/tav-leagues/v1/teams/{id}", &LeaguesModule::GetTeam).AddPathArgument("id", "");
     AddRoute(HostMethodGet, "/tav-leagues/v1/summoner-top-champs/{summonerId}", &LeaguesModule::GetSummonerTopChamps)
         .AddPathArgument("summonerId", "");
-    // Here come, in this order, the notifications' routes: GET
-    // /tav-leagues/v2/notifications, GET
-    // /tav-leagues/v2/summoner-leagues/current-summoner/signed-leagues and
-    // POST /tav-leagues/v2/notifications/{id}/acknowledge.
+    AddRoute(HostMethodGet, "/tav-leagues/v2/notifications", &LeaguesModule::GetNotifications);
+    AddRoute(HostMethodGet, "/tav-leagues/v2/summoner-leagues/current-summoner/signed-leagues",
+             &LeaguesModule::GetSignedLeagues);
+    AddRoute(HostMethodPost, "/tav-leagues/v2/notifications/{id}/acknowledge", &LeaguesModule::AcknowledgeNotification)
+        .AddPathArgument("id", "");
     AddRoute(HostMethodGet, "/tav-leagues/v2/tiers", &LeaguesModule::GetTiers)
         .AddQueryArgument("summonerIds", "")
         .AddQueryArgument("queueTypes", "");

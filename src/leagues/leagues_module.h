@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <future>
 #include <string>
 #include <vector>
 
@@ -17,6 +18,7 @@
 #include "leagues/login_records.h"
 #include "leagues/message_dto.h"
 #include "leagues/participant_tiers.h"
+#include "notifications/notification_resource.h"
 #include "plugin/app_module.h"
 
 namespace Orvel::Client::Leagues {
@@ -49,8 +51,39 @@ class LeaguesModule : public wex::AppModule {
     void OnJwtEnabled(wex::PluginResourceEventType eventType, const wex::BindingProperty& value);
     // Keeps the phase and holds notifications back during a game's set-up and play.
     void OnGameflowSession(wex::PluginResourceEventType eventType, const Api::GameflowSession& session);
-    // A league message that the server pushed.
+    // A league message that the server pushed: filed, and on a league update
+    // the standings reloaded and published. [may yield]
     void HandleLeaguesMessage(const LCDS::SimpleMessage& message);
+
+    // ---- Notifications ---------------------------------------------------------
+
+    // Announces the whole list as an Update of /tav-leagues/v2/notifications.
+    void PublishNotifications();
+    // Route: the listed notifications; never fails.
+    wex::MaybeType<wex::Failure, std::vector<Api::LeagueNotificationResource>> GetNotifications();
+    // Route: marks a shown notification acknowledged, its server message
+    // first; 403 when none was marked. [may yield]
+    wex::MaybeType<wex::Failure, void> AcknowledgeNotification(std::uint64_t id);
+    // Acknowledges one stored message on the server; false, logged, when that
+    // failed. [may yield]
+    bool AcknowledgeOnServer(std::uint64_t accountId, const std::string& msgId);
+    // Once the player is logged in and the season-reward configuration has
+    // come: rebuilds the warnings from the standings (signed ones when they
+    // are switched on) and publishes the list, also when the load failed. [may yield]
+    void RefreshLeagueNotifications();
+
+    // ---- Signed standings ------------------------------------------------------
+
+    // Replaces the cache from the server and announces it; with either switch
+    // off, empties it instead and fails. [may yield]
+    wex::MaybeType<wex::Failure, LCDS::SignedSummonerLeagueItemsDTO> LoadSignedSummonerLeaguesData();
+    // Arms the revalidation timer from the cached tokens, unless one is pending.
+    void UpdateSignedSummonerLeaguesData();
+    void OnRevalidationTimer();
+    // Hands the cached token of the queue to the matchmaking service. [may yield]
+    void PassSignedLeaguesToTeamBuilder(LCDS::QueueType queue);
+    // Route: the cache, loaded first when it is empty. [may yield]
+    wex::MaybeType<wex::Failure, LCDS::SignedSummonerLeagueItemsDTO> GetSignedLeagues();
 
     // ---- Fetching from the league service --------------------------------------
     // Failures of the server calls are logged as errors where they are met.
@@ -87,6 +120,8 @@ class LeaguesModule : public wex::AppModule {
     // The challenger league's next update and the apex movements of a
     // player's master or challenger league.
     void AddApexMovements(Api::League& league);
+    // The server call of the current player's league entries, not yet awaited.
+    std::future<wex::MaybeType<wex::Failure, LCDS::SummonerLeagueItemsDTO>> MyLeaguePositions();
 
     LeagueState state;
 };

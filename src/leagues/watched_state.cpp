@@ -1,5 +1,7 @@
 // The handlers of the watched resources: each keeps its part of the league
 // state as its resource changes.
+#include <string>
+
 #include "leagues/gameflow_change.h"
 #include "leagues/leagues_module.h"
 
@@ -23,9 +25,14 @@ void LeaguesModule::OnLoginSession(PluginResourceEventType eventType, const Api:
     state.loggedIn = loggedIn;
 }
 
-void LeaguesModule::OnLoginDataPacket(PluginResourceEventType /*eventType*/, const Api::LoginDataPacket& /*packet*/) {
-    // The packet changes no state of its own: its messages go to the
-    // notifications, which take them in with the notifications refresh.
+void LeaguesModule::OnLoginDataPacket(PluginResourceEventType eventType, const Api::LoginDataPacket& packet) {
+    if (eventType == PluginResourceEventType::Delete) {
+        return;
+    }
+    state.notifications.AddLoginMessages(
+        packet.simpleMessages,
+        [this](std::uint64_t accountId, const std::string& msgId) { return AcknowledgeOnServer(accountId, msgId); });
+    RefreshLeagueNotifications();
 }
 
 void LeaguesModule::OnSeasonRewardConfig(PluginResourceEventType /*eventType*/, const Api::SeasonRewardConfig& config) {
@@ -34,6 +41,7 @@ void LeaguesModule::OnSeasonRewardConfig(PluginResourceEventType /*eventType*/, 
     }
     state.seasonRewardConfigReceived = true;
     state.notifications.SetQualificationWarningEnabled(config.QualificationWarningEnabled);
+    RefreshLeagueNotifications();
 }
 
 void LeaguesModule::OnLeagueServiceEnabled(PluginResourceEventType eventType, const wex::BindingProperty& value) {
@@ -47,11 +55,12 @@ void LeaguesModule::OnJwtEnabled(PluginResourceEventType eventType, const wex::B
 void LeaguesModule::OnGameflowSession(PluginResourceEventType eventType, const Api::GameflowSession& session) {
     const GameflowChange change = ReadGameflowChange(state.gameflowPhase, eventType, session, *TypeRegistry());
     state.gameflowPhase = change.phase;
-    state.notifications.SetNotificationsAllowed(change.notificationsAllowed);
-}
-
-void LeaguesModule::HandleLeaguesMessage(const LCDS::SimpleMessage& /*message*/) {
-    // Filed as a notification by the notifications.
+    if (state.notifications.SetNotificationsAllowed(change.notificationsAllowed)) {
+        PublishNotifications();
+    }
+    if (change.handsOffSignedLeagues) {
+        PassSignedLeaguesToTeamBuilder(*change.queue);
+    }
 }
 
 }  // namespace Orvel::Client::Leagues

@@ -113,7 +113,7 @@ Lines LeagueRoutes(const HostApiTable& table) {
     return routes;
 }
 
-TEST_F(LeagueQueriesTest, TheQueryRoutesStandInTheirOrderWithTheirArgumentsAndLocations) {
+TEST_F(LeagueQueriesTest, TheEightRoutesStandInTheirOrderWithTheirArgumentsAndLocations) {
     const HostApiTable* const table = plugin.apiTable();
     ASSERT_NE(table, nullptr);
     EXPECT_EQ(LeagueRoutes(*table), (Lines{
@@ -121,6 +121,9 @@ TEST_F(LeagueQueriesTest, TheQueryRoutesStandInTheirOrderWithTheirArgumentsAndLo
                                         "2 /tav-leagues/v1/challenger-leagues",
                                         "2 /tav-leagues/v1/teams/{id} id:2",
                                         "2 /tav-leagues/v1/summoner-top-champs/{summonerId} summonerId:2",
+                                        "2 /tav-leagues/v2/notifications",
+                                        "2 /tav-leagues/v2/summoner-leagues/current-summoner/signed-leagues",
+                                        "6 /tav-leagues/v2/notifications/{id}/acknowledge id:2",
                                         "2 /tav-leagues/v2/tiers summonerIds:1 queueTypes:1",
                                     }));
 }

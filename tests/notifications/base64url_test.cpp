@@ -5,7 +5,7 @@
 #include <string>
 #include <utility>
 
-#include "token_text.h"
+#include "support/token_text.h"
 
 namespace Orvel::Client::Leagues {
 namespace {

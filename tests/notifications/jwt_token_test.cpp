@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "codec/json_writer.h"
-#include "token_text.h"
+#include "support/token_text.h"
 
 namespace Orvel::Client::Leagues {
 namespace {

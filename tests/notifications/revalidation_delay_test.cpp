@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "recorded_log.h"
-#include "token_text.h"
+#include "support/token_text.h"
 
 namespace Orvel::Client::Leagues {
 namespace {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -25,19 +26,33 @@ inline std::vector<std::string> ServerCalls(const host::HostRecords& records) {
     return calls;
 }
 
-// The lines a plug-in logged at WARN and ERROR, without their time and line
-// end: " ERROR| DBG| Failed to get Team: timed out".
+// A logged line without its time and line end: " ERROR| DBG| Failed to get Team: timed out".
+inline std::string LogLineText(const host::RecordedLogLine& line) {
+    std::string text = line.text.substr(line.text.find("| ") + 2);
+    while (!text.empty() && (text.back() == '\n' || text.back() == '\r')) {
+        text.pop_back();
+    }
+    return text;
+}
+
+// The lines a plug-in logged at WARN and ERROR, in order.
 inline std::vector<std::string> WarningAndErrorLines(const host::HostRecords& records) {
     std::vector<std::string> lines;
     for (const host::RecordedLogLine& line : records.logLines) {
-        if (line.level != 1 && line.level != 2) {
-            continue;
+        if (line.level == 1 || line.level == 2) {
+            lines.push_back(LogLineText(line));
         }
-        std::string text = line.text.substr(line.text.find("| ") + 2);
-        while (!text.empty() && (text.back() == '\n' || text.back() == '\r')) {
-            text.pop_back();
+    }
+    return lines;
+}
+
+// The lines a plug-in logged at one level, in order.
+inline std::vector<std::string> LogLinesAt(const host::HostRecords& records, std::int32_t level) {
+    std::vector<std::string> lines;
+    for (const host::RecordedLogLine& line : records.logLines) {
+        if (line.level == level) {
+            lines.push_back(LogLineText(line));
         }
-        lines.push_back(text);
     }
     return lines;
 }

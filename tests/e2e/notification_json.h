@@ -1,0 +1,79 @@
+#pragma once
+
+// League messages as the server sends them, and the notifications and
+// resource events of the built library read back, for the end-to-end tests
+// of the notifications and the signed standings.
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "binding/property.h"
+#include "codec/json_reader.h"
+#include "codec/json_writer.h"
+#include "host_records.h"
+
+namespace tav::test {
+
+inline constexpr const char* kSimpleDialogMessage = "com.orvelsoft.platform.messaging.persistence.SimpleDialogMessage";
+inline constexpr const char* kLeagueItemsClass = "com.orvelsoft.platform.leagues.client.dto.SummonerLeagueItemsDTO";
+inline constexpr const char* kNotificationsUri = "/tav-leagues/v2/notifications";
+inline constexpr const char* kSignedLeaguesUri = "/tav-leagues/v2/summoner-leagues/current-summoner/signed-leagues";
+
+// text as a JSON string.
+inline std::string JsonText(std::string_view text) {
+    wex::BindingProperty value;
+    value.SetString(text);
+    return wex::WriteJson(value);
+}
+
+// A param of a leagues message: a notify reason, a league entry and, before
+// the entry, more top-level members ("\"gameId\":7,").
+inline std::string Param(std::string_view reason, std::string_view leagueItem = "{}", std::string_view topLevel = "") {
+    return R"({"notifyReason":")" + std::string(reason) + R"(",)" + std::string(topLevel) + R"("leagueItem":)" +
+           std::string(leagueItem) + "}";
+}
+
+// A simple message of the server, as JSON text; each param becomes a string.
+inline std::string MessageJson(std::string_view msgId, const std::vector<std::string>& params,
+                               std::string_view type = "leagues", unsigned long long accountId = 4242) {
+    std::string json = R"({"accountId":)" + std::to_string(accountId) + R"(,"msgId":)" + JsonText(msgId) +
+                       R"(,"type":)" + JsonText(type) + R"(,"params":[)";
+    for (std::size_t index = 0; index < params.size(); ++index) {
+        json += (index != 0 ? "," : "") + JsonText(params[index]);
+    }
+    return json + "]}";
+}
+
+// One line per notification of a JSON list: "id type titleType priority
+// severity", and " acknowledged" when the player acknowledged it.
+inline std::vector<std::string> NotificationLines(std::string_view json) {
+    const wex::BindingProperty list = wex::ParseJson(std::string(json));
+    std::vector<std::string> lines;
+    for (const wex::BindingProperty& record : list.Elements()) {
+        std::string line = std::to_string(record.Member("id").AsUInt64()) + " " +
+                           std::string(record.Member("type").AsString()) + " " +
+                           std::string(record.Member("titleType").AsString()) + " " +
+                           std::to_string(record.Member("priority").AsUInt64()) + " " +
+                           std::string(record.Member("severity").AsString());
+        if (record.Member("acknowledgedByPlayer").ToBool()) {
+            line += " acknowledged";
+        }
+        lines.push_back(line);
+    }
+    return lines;
+}
+
+// The resource events sent for uri, in order: "Update" and the data as JSON.
+inline std::vector<std::string> ResourceEvents(const host::HostRecords& records, std::string_view uri) {
+    std::vector<std::string> events;
+    for (const host::RecordedEvent& event : records.events) {
+        const wex::BindingProperty payload = wex::ParseJson(event.payload);
+        if (event.name == "OnJsonApiEvent" && payload.Member("uri").AsString() == uri) {
+            events.push_back(std::string(payload.Member("eventType").AsString()) + " " +
+                             wex::WriteJson(payload.Member("data")));
+        }
+    }
+    return events;
+}
+
+}  // namespace tav::test
