@@ -29,7 +29,8 @@ TEST(LibraryBoundary, ExportsOnlyItsEntry) {
 }
 
 TEST(LibraryBoundary, NeedsNoCxxRuntimeOfTheHost) {
-    const std::string needed = tav::test::RunCommand(std::string("readelf -d ") + TAV_PLUGIN_PATH + " | grep NEEDED").output;
+    const std::string needed =
+        tav::test::RunCommand(std::string("readelf -d ") + TAV_PLUGIN_PATH + " | grep NEEDED").output;
     EXPECT_EQ(needed.find("libstdc++"), std::string::npos) << needed;
 }
 

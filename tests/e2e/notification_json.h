@@ -63,14 +63,16 @@ inline std::vector<std::string> NotificationLines(std::string_view json) {
     return lines;
 }
 
-// The resource events sent for uri, in order: "Update" and the data as JSON.
+// The resource events sent for uri, in order: "Update" and the data as JSON,
+// or "Delete" alone.
 inline std::vector<std::string> ResourceEvents(const host::HostRecords& records, std::string_view uri) {
     std::vector<std::string> events;
     for (const host::RecordedEvent& event : records.events) {
         const wex::BindingProperty payload = wex::ParseJson(event.payload);
         if (event.name == "OnJsonApiEvent" && payload.Member("uri").AsString() == uri) {
-            events.push_back(std::string(payload.Member("eventType").AsString()) + " " +
-                             wex::WriteJson(payload.Member("data")));
+            const wex::BindingProperty& data = payload.Member("data");
+            events.push_back(std::string(payload.Member("eventType").AsString()) +
+                             (data.IsEmpty() ? "" : " " + wex::WriteJson(data)));
         }
     }
     return events;
