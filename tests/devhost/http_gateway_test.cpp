@@ -126,6 +126,30 @@ TEST_F(LiveHostTest, NeedsTheTokenWhenItHasOne) {
     EXPECT_EQ(query->status, 200);
 }
 
+TEST_F(LiveHostTest, ASlowServerAnswerDoesNotHoldUpOtherRequests) {
+    Serve();
+    const auto fault = client_->Put("/devhost/faults/leagues/getAllMyLeagues", R"({"delaySeconds":2})", "");
+    ASSERT_TRUE(fault);
+    ASSERT_EQ(fault->status, 204);
+    std::atomic<bool> slowAnswered{false};
+    int slowStatus = 0;
+    std::thread slow([&] {
+        httplib::Client client("127.0.0.1", live_->Port());
+        const auto answer = client.Get("/tav-leagues/v1/summoner-leagues/1001");
+        slowStatus = answer ? answer->status : -1;
+        slowAnswered = true;
+    });
+    // Let the slow request reach the plug-in and start waiting for the server.
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    const auto team = client_->Get("/tav-leagues/v1/teams/TEAM-4F2A-91C3");
+    const bool answeredFirst = !slowAnswered;
+    slow.join();
+    ASSERT_TRUE(team);
+    EXPECT_EQ(team->status, 200);
+    EXPECT_TRUE(answeredFirst);
+    EXPECT_EQ(slowStatus, 200);
+}
+
 // The gateway alone, with the test standing in for the host's thread.
 class GatewayTest : public ::testing::Test {
   protected:
