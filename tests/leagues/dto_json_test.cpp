@@ -1,5 +1,5 @@
 // Server answers as JSON text, read into the DTOs through the module's
-// registry and converted on to API records.
+// registry.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -8,9 +8,7 @@
 #include "binding/native_conversion.h"
 #include "codec/json_reader.h"
 #include "codec/json_writer.h"
-#include "leagues/league_list_conversion.h"
 #include "leagues/league_list_dto.h"
-#include "leagues/standing_positions.h"
 #include "loaded_module.h"
 
 namespace Orvel::Client::Leagues {
@@ -48,25 +46,21 @@ class DtoFromJson : public ::testing::Test {
     test::LoadedModule loaded;
 };
 
-TEST_F(DtoFromJson, ANullSeriesLeavesTheSeriesRecordEmpty) {
+// "progress wins losses target timeLeft" of an entry's series.
+std::string SeriesOf(const LCDS::LeagueItemDTO& item) {
+    const LCDS::MiniSeriesDTO& series = item.miniSeries;
+    return series.progress + " " + std::to_string(series.wins) + " " + std::to_string(series.losses) + " " +
+           std::to_string(series.target) + " " + std::to_string(series.timeLeftToPlayMillis);
+}
+
+TEST_F(DtoFromJson, ASeriesIsReadWithItsCountsAndANullOneLeavesTheRecordEmpty) {
     const auto item = Read<LCDS::LeagueItemDTO>(R"({"playerOrTeamId": "7", "miniSeries": null, "wins": 3})");
     EXPECT_EQ(item.playerOrTeamId, "7");
     EXPECT_EQ(item.wins, 3u);
-    EXPECT_EQ(item.miniSeries.progress, "");
-    EXPECT_EQ(item.miniSeries.wins, 0u);
-    EXPECT_EQ(item.miniSeries.losses, 0u);
-    EXPECT_EQ(item.miniSeries.target, 0u);
-    EXPECT_EQ(item.miniSeries.timeLeftToPlayMillis, 0u);
-}
-
-TEST_F(DtoFromJson, ASeriesIsReadWithItsCounts) {
-    const auto item = Read<LCDS::LeagueItemDTO>(
-        R"({"miniSeries": {"progress": "WLN", "wins": 1, "losses": 1, "target": 2, "timeLeftToPlayMillis": 9}})");
-    EXPECT_EQ(item.miniSeries.progress, "WLN");
-    EXPECT_EQ(item.miniSeries.wins, 1u);
-    EXPECT_EQ(item.miniSeries.losses, 1u);
-    EXPECT_EQ(item.miniSeries.target, 2u);
-    EXPECT_EQ(item.miniSeries.timeLeftToPlayMillis, 9u);
+    EXPECT_EQ(SeriesOf(item), " 0 0 0 0");
+    EXPECT_EQ(SeriesOf(Read<LCDS::LeagueItemDTO>(R"({"miniSeries": {"progress": "WLN", "wins": 1, "losses": 1,)"
+                                                 R"( "target": 2, "timeLeftToPlayMillis": 9}})")),
+              "WLN 1 1 2 9");
 }
 
 TEST_F(DtoFromJson, OnlyALeagueListReadsItsMaximumSize) {
@@ -117,38 +111,6 @@ TEST_F(DtoFromJson, ASignedEntryWritesTheEntryMembersAndItsToken) {
     EXPECT_EQ(value.Member("jwt").AsString(), "a.b.c");
     ASSERT_TRUE(value.RemoveMember("jwt"));
     EXPECT_EQ(wex::WriteJson(value, &loaded.Registry()), Write(static_cast<const LCDS::LeagueItemDTO&>(signedItem)));
-}
-
-TEST_F(DtoFromJson, ASummonerLeaguesAnswerBecomesNumberedApiLeagues) {
-    const auto answer = Read<LCDS::SummonerLeaguesDTO>(R"({
-        "__class": "com.orvelsoft.platform.leagues.client.dto.SummonerLeaguesDTO",
-        "summonerLeagues": [{
-            "__class": "com.orvelsoft.leagues.pojo.SummonerLeagueListDTO",
-            "name": "Blue Owl's Den", "tier": "GOLD", "queue": "RANKED_FLEX_SR", "requestorsName": "Ann",
-            "requestorsRank": "II", "nextApexUpdate": 0, "maxLeagueSize": 250,
-            "entries": [
-                {"playerOrTeamId": "42", "playerOrTeamName": "Ann", "rank": "II", "leaguePoints": 75, "wins": 12,
-                 "losses": 10, "previousDayLeaguePosition": 3, "hotStreak": true,
-                 "miniSeries": {"progress": "WN", "wins": 1, "losses": 0, "target": 2}},
-                {"playerOrTeamId": "43", "playerOrTeamName": "Bob", "rank": "II", "inactive": true},
-                {"playerOrTeamId": "44", "playerOrTeamName": "Cy", "rank": "I", "leaguePoints": -2,
-                 "miniSeries": null, "inactivityStatus": "ACTIVE", "apexDaysUntilDecay": 4}
-            ]
-        }]
-    })");
-    ASSERT_EQ(answer.summonerLeagues.size(), 1u);
-    Api::League league = ConvertLeagueList(answer.summonerLeagues[0], 42);
-    AssignStandingPositions(league, Api::League{});
-    EXPECT_EQ(Write(league),
-              R"({"challengerNextPromotionUpdateInMs":0,"leagueName":"BlueOwlsDen","leagueTier":"GOLD",)"
-              R"("leagues":[{"leagueRank":"I","standings":[{"apexDaysUntilDecay":4,"emblems":[],"id":"44",)"
-              R"("inactive":false,"inactivityStatus":"ACTIVE","losses":0,"miniseriesResults":[],"name":"Cy",)"
-              R"("pendingDemotion":false,"pendingPromotion":false,"points":-2,"position":1,"positionDelta":0,)"
-              R"("previousPosition":0,"wins":0}]},{"leagueRank":"II","standings":[{"apexDaysUntilDecay":0,)"
-              R"("emblems":["HOTSTREAK"],"id":"42","inactive":false,"inactivityStatus":"","losses":10,)"
-              R"("miniseriesResults":["W","N"],"name":"Ann","pendingDemotion":false,"pendingPromotion":false,)"
-              R"("points":75,"position":1,"positionDelta":2,"previousPosition":3,"wins":12}]}],"name":"Ann",)"
-              R"("queueType":"FLEXSR","requesterLeagueRank":"NA"})");
 }
 
 }  // namespace

@@ -32,17 +32,13 @@ class WatchedStateTest : public ::testing::Test {
     LeaguesModule& module() { return loaded.Module(); }
     const LeagueState& state() { return loaded.Module().WatchedState(); }
 
-    void ExpectLogin(bool loggedIn, std::uint64_t summonerId, std::uint64_t accountId) {
-        EXPECT_EQ(state().loggedIn, loggedIn);
-        EXPECT_EQ(state().summonerId, summonerId);
-        EXPECT_EQ(state().accountId, accountId);
-    }
-
     test::LoadedModule loaded;
 };
 
 TEST_F(WatchedStateTest, StartsWithNobodyLoggedInAndEverySwitchOff) {
-    ExpectLogin(false, 0, 0);
+    EXPECT_FALSE(state().loggedIn);
+    EXPECT_EQ(state().summonerId, 0u);
+    EXPECT_EQ(state().accountId, 0u);
     EXPECT_FALSE(state().seasonRewardConfigReceived);
     EXPECT_FALSE(state().leagueServiceEnabled);
     EXPECT_FALSE(state().jwtEnabled);
@@ -76,36 +72,26 @@ TEST_F(WatchedStateTest, OnlyACompleteSuccessfulSessionLogsIn) {
     }
 }
 
-TEST_F(WatchedStateTest, TheIdsAreTakenWhenTheLoginBeginsAndDroppedOnlyWithTheSession) {
-    module().OnLoginSession(kCreate, Session(LoginSessionStates::SUCCEEDED, 12, 34));
-    ExpectLogin(true, 12, 34);
-    module().OnLoginSession(kUpdate, Session(LoginSessionStates::SUCCEEDED, 56, 78));
-    ExpectLogin(true, 12, 34);
-    module().OnLoginSession(kUpdate, Session(LoginSessionStates::LOGGING_OUT, 56, 78));
-    ExpectLogin(false, 12, 34);
-    module().OnLoginSession(kUpdate, Session(LoginSessionStates::SUCCEEDED, 56, 78));
-    ExpectLogin(true, 56, 78);
-    module().OnLoginSession(kDelete, Api::LoginSession{});
-    ExpectLogin(false, 0, 0);
-}
-
-TEST_F(WatchedStateTest, OnlyTheFirstSeasonRewardConfigCounts) {
-    module().OnSeasonRewardConfig(kCreate, Api::SeasonRewardConfig{false});
-    module().OnSeasonRewardConfig(kUpdate, Api::SeasonRewardConfig{true});
-    EXPECT_TRUE(state().seasonRewardConfigReceived);
-    EXPECT_FALSE(state().notifications.QualificationWarningEnabled());
-}
-
-TEST_F(WatchedStateTest, AFirstSeasonRewardDeleteCountsAsReceivedWithTheFlagOff) {
-    module().OnSeasonRewardConfig(kDelete, Api::SeasonRewardConfig{});
-    module().OnSeasonRewardConfig(kCreate, Api::SeasonRewardConfig{true});
-    EXPECT_TRUE(state().seasonRewardConfigReceived);
-    EXPECT_FALSE(state().notifications.QualificationWarningEnabled());
-}
-
-TEST_F(WatchedStateTest, AFirstSeasonRewardConfigTakesItsFlag) {
-    module().OnSeasonRewardConfig(kUpdate, Api::SeasonRewardConfig{true});
-    EXPECT_TRUE(state().notifications.QualificationWarningEnabled());
+TEST_F(WatchedStateTest, OnlyTheFirstSeasonRewardConfigCountsAndAFirstDeleteLeavesTheFlagOff) {
+    struct Row {
+        const char* name;
+        PluginResourceEventType firstEvent;
+        bool firstFlag;
+        bool warningEnabled;
+    };
+    const Row rows[] = {
+        {"first on", kUpdate, true, true},
+        {"first off", kCreate, false, false},
+        {"first deleted, as a default record", kDelete, false, false},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        test::LoadedModule fresh;
+        fresh.Module().OnSeasonRewardConfig(row.firstEvent, Api::SeasonRewardConfig{row.firstFlag});
+        fresh.Module().OnSeasonRewardConfig(kUpdate, Api::SeasonRewardConfig{!row.warningEnabled});
+        EXPECT_TRUE(fresh.Module().WatchedState().seasonRewardConfigReceived);
+        EXPECT_EQ(fresh.Module().WatchedState().notifications.QualificationWarningEnabled(), row.warningEnabled);
+    }
 }
 
 TEST_F(WatchedStateTest, TheSwitchesFollowTheirValuesAndADeleteTurnsThemOff) {
@@ -129,15 +115,6 @@ TEST_F(WatchedStateTest, TheSwitchesFollowTheirValuesAndADeleteTurnsThemOff) {
         (module().*item.handler)(kDelete, Bool(true));
         EXPECT_FALSE(state().*item.member);
     }
-}
-
-TEST_F(WatchedStateTest, TheGameflowPhaseIsKeptUntilTheSessionIsDeleted) {
-    Api::GameflowSession session;
-    session.phase = Api::GameflowPhase::InProgress;
-    module().OnGameflowSession(kUpdate, session);
-    EXPECT_EQ(state().gameflowPhase, Api::GameflowPhase::InProgress);
-    module().OnGameflowSession(kDelete, session);
-    EXPECT_EQ(state().gameflowPhase, Api::GameflowPhase::None);
 }
 
 }  // namespace
