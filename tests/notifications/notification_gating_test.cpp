@@ -150,16 +150,6 @@ TEST_F(AcknowledgeNotificationTest, ARecordWithoutServerMessageIsMarkedWithoutAs
               }));
 }
 
-TEST_F(AcknowledgeNotificationTest, FailsWith403WhenTheServerRefuses) {
-    for (int index = 0; index < 8; ++index) {
-        ASSERT_TRUE(store.AddLeagueMessage(LeaguesMessage("m" + std::to_string(index), {Param("QUEUE_DODGE")})));
-    }
-    server.answer = false;
-    EXPECT_EQ(Acknowledge(7), "403 " + RefusalOf(7));
-    EXPECT_EQ(server.calls, Lines{"34 m7"});
-    EXPECT_EQ(Listed(store)[7], "7 LEAGUES_MESSAGE_QUEUE_DODGE LEAGUES_GENERAL_LEAGUE_MINISERIES_TITLE 0 ALERT");
-}
-
 TEST_F(AcknowledgeNotificationTest, FailsWith403ForUnknownAndPendingIds) {
     EXPECT_EQ(Acknowledge(0), "403 " + RefusalOf(0));
     EXPECT_EQ(Acknowledge(18446744073709551615u), "403 " + RefusalOf(18446744073709551615u));
@@ -169,17 +159,6 @@ TEST_F(AcknowledgeNotificationTest, FailsWith403ForUnknownAndPendingIds) {
     EXPECT_EQ(Acknowledge(0), "403 " + RefusalOf(0));
     EXPECT_EQ(Acknowledge(1), "403 " + RefusalOf(1));
     EXPECT_TRUE(server.calls.empty());
-}
-
-TEST_F(AcknowledgeNotificationTest, ADecayDemotionCopyAcknowledgesTheDemotedRecordsServerMessage) {
-    ASSERT_TRUE(store.AddLeagueMessage(
-        LeaguesMessage("demoted", {Param("LEAGUE_DEMOTED", R"({"tier": "GOLD", "inactivityStatus": "INACTIVE",
-                                               "displayDecayWarning": true})")})));
-    EXPECT_EQ(Acknowledge(1), "ok");
-    EXPECT_EQ(server.calls, Lines{"34 demoted"});
-    const std::vector<Api::LeagueNotificationResource> list = store.GetNotifications();
-    EXPECT_FALSE(list[0].acknowledgedByPlayer);
-    EXPECT_TRUE(list[1].acknowledgedByPlayer);
 }
 
 TEST_F(AcknowledgeNotificationTest, ASeriesEndedRecordIsFoundInTheMapFirst) {

@@ -104,30 +104,6 @@ TEST(DeriveSystemMessages, DerivesNothingElse) {
     }
 }
 
-TEST(AddLoginMessages, FilesLeaguesMessagesAndAcknowledgesPointUpdatesAndUnseededOnesAtOnce) {
-    LeagueNotificationStore store;
-    test::RecordedAcknowledgements server;
-    server.answer = false;  // the answer changes nothing
-    store.AddLoginMessages(
-        {
-            LeaguesMessage("points", {Param("LEAGUE_POINTS_UPDATE")}, 77),
-            Api::SimpleMessage{34, "other", "clash", {Param("LEAGUE_POINTS_UPDATE")}},
-            LeaguesMessage("decay", {Param("LEAGUE_DEMOTED", kSilverDecayDemotion)}),
-            LeaguesMessage("seed", {Param("NOT_YET_SEEDED")}, 78),
-            LeaguesMessage("series", {Param("MINISERIES_CANCEL", R"({"tier": "GOLD"})")}),
-        },
-        server.Callable());
-    EXPECT_EQ(server.calls, (Lines{"77 points", "78 seed"}));
-    // No derived messages, nothing acknowledged by the player.
-    EXPECT_EQ(Listed(store),
-              (Lines{
-                  "0 LEAGUES_MESSAGE_LEAGUE_POINTS_UPDATE LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 0 ALERT",
-                  "1 LEAGUES_MESSAGE_PROMOHELPER_LEAGUE_DEMOTED LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 0 ALERT",
-                  "2 LEAGUES_MESSAGE_NOT_YET_SEEDED LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 0 ALERT",
-                  "3 LEAGUES_SYSTEM_SERIES_ENDED LEAGUES_SYSTEM_SERIES_ENDED_TITLE_NONE 0 ALERT",
-              }));
-}
-
 TEST(AddLoginMessages, ReadsTheGatingStateForEachMessage) {
     LeagueNotificationStore store;
     test::RecordedAcknowledgements server;
