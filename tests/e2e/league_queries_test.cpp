@@ -191,18 +191,6 @@ TEST_F(LeagueQueriesTest, OwnLeaguesComeFromGetAllMyLeaguesAndAnothersFromGetAll
     EXPECT_EQ(plugin.ServerCalls(), (Lines{"leagues.getAllMyLeagues []", "leagues.getAllLeaguesForPlayer [43]"}));
 }
 
-TEST_F(LeagueQueriesTest, TheOwnLeaguesFollowTheLoggedInPlayer) {
-    plugin.ScriptServer("leagues", "getAllMyLeagues", kSummonerLeaguesClass, R"({"summonerLeagues":[]})");
-    plugin.ScriptServer("leagues", "getAllLeaguesForPlayer", kSummonerLeaguesClass, R"({"summonerLeagues":[]})");
-    plugin.DeleteResource(StartedLeaguePlugin::kLoginSession);
-    EXPECT_EQ(plugin.Get("/tav-leagues/v1/summoner-leagues/42").json, "[]");
-    EXPECT_EQ(plugin.Get("/tav-leagues/v1/summoner-leagues/0").json, "[]");
-    plugin.LogIn(43, 4343);
-    EXPECT_EQ(plugin.Get("/tav-leagues/v1/summoner-leagues/43").json, "[]");
-    EXPECT_EQ(plugin.ServerCalls(), (Lines{"leagues.getAllLeaguesForPlayer [42]", "leagues.getAllMyLeagues []",
-                                           "leagues.getAllMyLeagues []"}));
-}
-
 TEST_F(LeagueQueriesTest, AMasterPlayersLeagueIsSetAgainstTheChallengersAndNumberedFromOne) {
     ScriptApexLeagues();
     plugin.ScriptServer(

@@ -46,12 +46,13 @@ std::string Entries(const std::vector<std::string>& entries) {
     return json + "]}";
 }
 
-TEST_F(LoginMessagesTest, TheLoginPacketFilesLeagueMessagesAndAcknowledgesTwoKindsAtOnce) {
+TEST_F(LoginMessagesTest, TheLoginPacketFilesLeagueMessagesWithoutCopiesAndAcknowledgesTwoKindsAtOnce) {
     const std::string decayed = R"({"tier":"GOLD","inactivityStatus":"INACTIVE","displayDecayWarning":true})";
     SendLoginPacket({MessageJson("m1", {Param("LEAGUE_POINTS_UPDATE")}, "leagues", 77),
                      MessageJson("m2", {Param("NOT_YET_SEEDED")}),
                      MessageJson("m3", {Param("LEAGUE_DEMOTED", decayed)}),
-                     MessageJson("m4", {Param("LEAGUE_POINTS_UPDATE")}, "mail")});
+                     MessageJson("m4", {Param("LEAGUE_POINTS_UPDATE")}, "mail"),
+                     MessageJson("m5", {Param("MINISERIES_CANCEL", R"({"tier":"GOLD"})")})});
     EXPECT_EQ(plugin.ServerCalls(),
               (Lines{kAck + R"(77,"command":"ack","msgId":"m1"}])", kAck + R"(4242,"command":"ack","msgId":"m2"}])"}));
     EXPECT_EQ(LogLinesAt(plugin.records(), 3), (Lines{"ALWAYS| DBG| Acknowledged leagues notification 'm1'",
@@ -62,6 +63,7 @@ TEST_F(LoginMessagesTest, TheLoginPacketFilesLeagueMessagesAndAcknowledgesTwoKin
         "0 LEAGUES_MESSAGE_LEAGUE_POINTS_UPDATE LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 0 ALERT",
         "1 LEAGUES_MESSAGE_NOT_YET_SEEDED LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 0 ALERT",
         "2 LEAGUES_MESSAGE_PROMOHELPER_LEAGUE_DEMOTED LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 0 ALERT",
+        "3 LEAGUES_SYSTEM_SERIES_ENDED LEAGUES_SYSTEM_SERIES_ENDED_TITLE_NONE 0 ALERT",
     };
     EXPECT_EQ(Listed(), filed);
 
@@ -98,55 +100,21 @@ TEST_F(LoginMessagesTest, TheRefreshWaitsForTheLoginAndTheFirstSeasonRewardConfi
     EXPECT_EQ(plugin.ServerCalls().size(), 1u);
 }
 
-TEST_F(LoginMessagesTest, TheDecayWarningsComeFromTheFirstMatchingRowOfEachEntry) {
+TEST_F(LoginMessagesTest, TheRefreshBuildsTheDecayWarningsOfTheEntriesWithNewIdsEachTime) {
     ScriptPositions(Entries({
         Entry("SILVER", true, "INACTIVE", R"(,"miniSeries":{"progress":"WN"})"),
         Entry("BRONZE", true, "INACTIVE"),
         Entry("GOLD", true, "WARNING", R"(,"miniSeries":{"progress":"WN"})"),
-        Entry("GOLD", true, "WARNING"),
-        Entry("DIAMOND", true, "GRACE"),
-        Entry("GOLD", true, ""),
-        Entry("GOLD", false, "INACTIVE"),
     }));
     SendSeasonReward();
     EXPECT_EQ(Listed(), (Lines{
                             "0 LEAGUES_SYSTEM_DECAY LEAGUES_SYSTEM_DECAY_TITLE 1300 ALERT",
                             "1 LEAGUES_SYSTEM_SERIES_INACTIVITY LEAGUES_SYSTEM_SERIES_INACTIVITY_TITLE 1400 ALERT",
-                            "2 LEAGUES_SYSTEM_DECAY_SOON LEAGUES_SYSTEM_DECAY_SOON_TITLE 1500 ALERT",
-                            "3 LEAGUES_SYSTEM_DECAY_IMMINENT LEAGUES_SYSTEM_DECAY_IMMINENT_TITLE 1600 ALERT",
                         }));
-    // Each refresh rebuilds them with new ids; the demotion-shield pass took seven between.
+    // The demotion-shield pass took an id per entry between.
     SendLoginPacket({});
-    EXPECT_EQ(Listed().front(), "11 LEAGUES_SYSTEM_DECAY LEAGUES_SYSTEM_DECAY_TITLE 1300 ALERT");
-    EXPECT_EQ(Listed().size(), 4u);
-}
-
-TEST_F(LoginMessagesTest, AWarningCarriesTheFactsOfItsEntry) {
-    ScriptPositions(
-        Entries({Entry("GOLD", true, "WARNING",
-                       R"(,"queueType":"RANKED_FLEX_TT","timeUntilInactivityStatusChanges":86400000,)"
-                       R"("miniSeries":{"progress":"","timeLeftToPlayMillis":3600000},"demotionWarning":1)")}));
-    SendSeasonReward();
-    EXPECT_EQ(plugin.Get(kNotificationsUri).json,
-              R"([{"acknowledgedByPlayer":false,"data":{"demotionWarning":0,"displayDecayWarning":false,"emblems":[],)"
-              R"("gameId":0,"inactive":false,"inactivityStatus":"WARNING","lastPlayed":0,"leagueName":"",)"
-              R"("leaguePointsDelta":0,"losses":0,"minGamesForSeeding":-1,"miniseriesResults":[],)"
-              R"("miniseriesTimeLeftToPlayMillis":3600000,"miniseriesWins":0,"notifyReason":"","playerOrTeamId":"",)"
-              R"("playerOrTeamName":"Ann","points":0,"previousPosition":0,"queueType":"FLEXTT","rank":"",)"
-              R"("seasonEndApexPosition":0,"seasonEndRank":"","seasonEndTier":"","tier":"",)"
-              R"("timeLastDecayMessageShown":0,"timeUntilDecay":0,"timeUntilInactivityStatusChanges":86400000,)"
-              R"("totalPlayed":0,"wins":0},"id":0,"priority":1500,"severity":"ALERT",)"
-              R"("titleType":"LEAGUES_SYSTEM_DECAY_SOON_TITLE","type":"LEAGUES_SYSTEM_DECAY_SOON"},)"
-              R"({"acknowledgedByPlayer":false,"data":{"demotionWarning":0,"displayDecayWarning":false,"emblems":[],)"
-              R"("gameId":0,"inactive":false,"inactivityStatus":"","lastPlayed":0,"leagueName":"",)"
-              R"("leaguePointsDelta":0,"losses":0,"minGamesForSeeding":-1,"miniseriesResults":[],)"
-              R"("miniseriesTimeLeftToPlayMillis":0,"miniseriesWins":0,"notifyReason":"","playerOrTeamId":"42",)"
-              R"("playerOrTeamName":"","points":0,"previousPosition":0,"queueType":"FLEXTT","rank":"",)"
-              R"("seasonEndApexPosition":0,"seasonEndRank":"","seasonEndTier":"","tier":"",)"
-              R"("timeLastDecayMessageShown":0,"timeUntilDecay":0,"timeUntilInactivityStatusChanges":0,)"
-              R"("totalPlayed":0,"wins":0},"id":1,"priority":2100,"severity":"WARNING",)"
-              R"("titleType":"LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE",)"
-              R"("type":"LEAGUES_SYSTEM_DEMOTION_SHIELD_LEVEL_1_WARNING"}])");
+    EXPECT_EQ(Listed().front(), "5 LEAGUES_SYSTEM_DECAY LEAGUES_SYSTEM_DECAY_TITLE 1300 ALERT");
+    EXPECT_EQ(Listed().size(), 2u);
 }
 
 TEST_F(LoginMessagesTest, AcknowledgingAWarningMarksItWithoutTheServer) {

@@ -173,14 +173,6 @@ TEST_F(SignedStandingsTest, TokensWithoutAnExpiryAreLoggedAndArmNoTimer) {
         Lines(tokens.size(), " ERROR| DBG| UpdateSignedSummonerLeaguesData: JWT did not contain an expiration date."));
 }
 
-TEST_F(SignedStandingsTest, AnExpiryThatIsNoNumberCountsAsLongPast) {
-    ServeSignedLeagues({Signed({SignedEntry("RANKED_SOLO_5x5", MakeToken(R"({"exp":"soon"})")),
-                                SignedEntry("RANKED_FLEX_SR", TokenExpiringIn(3600))}),
-                        Signed({SignedEntry("RANKED_FLEX_SR", TokenExpiringIn(3600))})});
-    GetSigned();
-    EXPECT_EQ(TimerDelays().front(), "0");
-}
-
 TEST_F(SignedStandingsTest, WithASwitchOffTheRouteFailsOnAnEmptyCacheAndAnswersAFilledOne) {
     plugin.SetResource(kJwtEnabled, "false");
     const host::EndpointAnswer off = GetSigned();
