@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <limits>
 #include <string>
+#include <vector>
 
 namespace wex {
 
@@ -19,37 +20,55 @@ struct FormatText<Point> {
 
 namespace {
 
-TEST(FormatMessage, NumberedPlaceholdersTakeTheirArguments) {
-    EXPECT_EQ(FormatMessage("%1.%2.%3", {1, 0, 5}), "1.0.5");
-    EXPECT_EQ(FormatMessage("%2 before %1", {"a", "b"}), "b before a");
-    EXPECT_EQ(FormatMessage("%1$5s", {"abc"}), "  abc");
-    EXPECT_EQ(FormatMessage("100%%", {}), "100%");
-    EXPECT_EQ(FormatMessage("%1%1", {7}), "77");
-}
-
-TEST(FormatMessage, NumberedPlaceholdersDoNotAdvanceTheOrder) {
-    EXPECT_EQ(FormatMessage("%1 %2 %9s", {"a", "b"}), "a b         a");
-    EXPECT_EQ(FormatMessage("%2 %s %s", {"a", "b"}), "b a b");
-}
-
-TEST(FormatMessage, DigitsAfterANumberedPlaceholderAreText) {
-    EXPECT_EQ(FormatMessage("%1d", {4}), "4d");
-    EXPECT_EQ(FormatMessage("%10", {1, 2, 3, 4, 5, 6, 7, 8, 9, 10}), "10");
-    // 10 exceeds the count: a width, and the format ends before a conversion.
-    EXPECT_EQ(FormatMessage("%10", {1}), "");
-}
-
-TEST(FormatMessage, NumberAboveTheArgumentCountIsAWidth) {
-    // "$" is then the conversion, which a text replaces by "s".
-    EXPECT_EQ(FormatMessage("x%3$sy", {"a", "b"}), "x  asy");
-}
-
-TEST(FormatMessage, MissingArgumentEndsTheText) {
-    EXPECT_EQ(FormatMessage("%s %s %s", {"a", "b"}), "a b ");
-    EXPECT_EQ(FormatMessage("a %*d b", {5}), "a ");
-    EXPECT_EQ(FormatMessage("a %*3$d b", {5, 6}), "a ");
-    EXPECT_EQ(FormatMessage("a %", {5}), "a ");
-    EXPECT_EQ(FormatMessage("a %-5", {5}), "a ");
+TEST(FormatMessage, PlaceholdersTakeTheirArgumentsByNumberOrInOrder) {
+    struct Row {
+        const char* format;
+        std::vector<FormatArgument> arguments;
+        const char* expected;
+    };
+    const Row rows[] = {
+        {"%1.%2.%3", {1, 0, 5}, "1.0.5"},
+        {"%2 before %1", {"a", "b"}, "b before a"},
+        {"%1$5s", {"abc"}, "  abc"},
+        {"100%%", {}, "100%"},
+        {"%1%1", {7}, "77"},
+        // Numbered placeholders do not advance the order.
+        {"%1 %2 %9s", {"a", "b"}, "a b         a"},
+        {"%2 %s %s", {"a", "b"}, "b a b"},
+        // Digits after a numbered placeholder are text.
+        {"%1d", {4}, "4d"},
+        {"%10", {1, 2, 3, 4, 5, 6, 7, 8, 9, 10}, "10"},
+        // A number above the argument count is a width: "%10" then ends before a
+        // conversion, and in "%3$s" the "$" is the conversion, which a text replaces by "s".
+        {"%10", {1}, ""},
+        {"x%3$sy", {"a", "b"}, "x  asy"},
+        // A missing argument ends the text.
+        {"%s %s %s", {"a", "b"}, "a b "},
+        {"a %*d b", {5}, "a "},
+        {"a %*3$d b", {5, 6}, "a "},
+        {"a %", {5}, "a "},
+        {"a %-5", {5}, "a "},
+        // A star takes the width or precision from an argument; texts and doubles count as 0.
+        {"[%*d]", {4, 7}, "[   7]"},
+        {"[%*d]", {-4, 7}, "[7   ]"},
+        {"[%.*f]", {2, 1.23456}, "[1.23]"},
+        {"[%*.*s]", {std::uint64_t{5}, std::int64_t{2}, "abcdef"}, "[   ab]"},
+        {"[%*2$s]", {"x", 3}, "[  x]"},
+        {"[%*d]", {"wide", 7}, "[7]"},
+        {"[%.*s]", {"three", "abc"}, "[]"},
+        {"[%*d]", {9.0, 7}, "[7]"},
+        // A number alone uses the default form; written length modifiers give way to the argument's own.
+        {"%1 %2 %3 %4 %5", {-1, std::int64_t{-5'000'000'000}, ~std::uint64_t{0}, 0.25, "t"},
+         "-1 -5000000000 18446744073709551615 0.25 t"},
+        {"%hhd %ld %lld %zu %Lf %jd %td", {300, 1, 2, 3u, 0.5, 4, 5}, "300 1 2 3 0.500000 4 5"},
+        // Conversion n writes nothing.
+        {"a%nb%sc", {1, "x"}, "abxc"},
+        {"a%1$nb", {"x"}, "ab"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.format);
+        EXPECT_EQ(FormatMessage(row.format, row.arguments), row.expected);
+    }
 }
 
 TEST(FormatMessage, PlaceholderOfMoreThanSixtyCharactersEndsTheText) {
@@ -88,18 +107,6 @@ TEST(FormatMessage, FlagsWidthAndPrecision) {
         SCOPED_TRACE(row.format);
         EXPECT_EQ(FormatMessage(row.format, {row.argument}), row.expected);
     }
-}
-
-TEST(FormatMessage, StarTakesWidthAndPrecisionFromArguments) {
-    EXPECT_EQ(FormatMessage("[%*d]", {4, 7}), "[   7]");
-    EXPECT_EQ(FormatMessage("[%*d]", {-4, 7}), "[7   ]");
-    EXPECT_EQ(FormatMessage("[%.*f]", {2, 1.23456}), "[1.23]");
-    EXPECT_EQ(FormatMessage("[%*.*s]", {std::uint64_t{5}, std::int64_t{2}, "abcdef"}), "[   ab]");
-    EXPECT_EQ(FormatMessage("[%*2$s]", {"x", 3}), "[  x]");
-    // Texts and doubles count as 0.
-    EXPECT_EQ(FormatMessage("[%*d]", {"wide", 7}), "[7]");
-    EXPECT_EQ(FormatMessage("[%.*s]", {"three", "abc"}), "[]");
-    EXPECT_EQ(FormatMessage("[%*d]", {9.0, 7}), "[7]");
 }
 
 TEST(FormatMessage, EachKindKeepsItsConversionsAndReplacesOthers) {
@@ -147,20 +154,6 @@ TEST(FormatMessage, EachKindKeepsItsConversionsAndReplacesOthers) {
         SCOPED_TRACE(row.format);
         EXPECT_EQ(FormatMessage(row.format, {row.argument}), row.expected);
     }
-}
-
-TEST(FormatMessage, NumberOnlyPlaceholderUsesTheDefaultForm) {
-    EXPECT_EQ(FormatMessage("%1 %2 %3 %4 %5", {-1, std::int64_t{-5'000'000'000}, ~std::uint64_t{0}, 0.25, "t"}),
-              "-1 -5000000000 18446744073709551615 0.25 t");
-}
-
-TEST(FormatMessage, WrittenLengthModifiersGiveWayToTheArgumentsOwn) {
-    EXPECT_EQ(FormatMessage("%hhd %ld %lld %zu %Lf %jd %td", {300, 1, 2, 3u, 0.5, 4, 5}), "300 1 2 3 0.500000 4 5");
-}
-
-TEST(FormatMessage, ConversionNWritesNothing) {
-    EXPECT_EQ(FormatMessage("a%nb%sc", {1, "x"}), "abxc");
-    EXPECT_EQ(FormatMessage("a%1$nb", {"x"}), "ab");
 }
 
 TEST(FormatMessage, OutputIsCutAt4095Bytes) {
