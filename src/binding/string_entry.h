@@ -42,6 +42,20 @@ struct StringEntry {
     static StringEntry* Empty();
 };
 
+// Byte-wise order of two texts whose prefixes tie. Names often share their
+// first eight bytes ("member00001"), so the next eight settle most ties
+// without a library call; short texts tie only through zero padding.
+inline int CompareTiedTexts(std::string_view first, std::string_view second) {
+    if (first.size() >= 8 && second.size() >= 8) {
+        const std::uint64_t firstNext = TextPrefix(first.substr(8));
+        const std::uint64_t secondNext = TextPrefix(second.substr(8));
+        if (firstNext != secondNext) {
+            return firstNext < secondNext ? -1 : 1;
+        }
+    }
+    return first.compare(second);
+}
+
 // Byte-wise order of two entries of one document, where equal texts are one
 // entry; the texts are read only when the prefixes tie.
 inline int CompareEntries(const StringEntry& first, const StringEntry& second) {
@@ -51,7 +65,7 @@ inline int CompareEntries(const StringEntry& first, const StringEntry& second) {
     if (first.prefix != second.prefix) {
         return first.prefix < second.prefix ? -1 : 1;
     }
-    return first.View().compare(second.View());
+    return CompareTiedTexts(first.View(), second.View());
 }
 
 }  // namespace wex

@@ -36,7 +36,7 @@ int Compare(const StringEntry& name, const NameKey& key) {
     if (name.prefix != key.prefix) {
         return name.prefix < key.prefix ? -1 : 1;
     }
-    return name.View().compare(key.text);
+    return CompareTiedTexts(name.View(), key.text);
 }
 
 int Compare(const StringEntry& name, const StringEntry& key) {

@@ -83,7 +83,13 @@ TEST(StructureOrder, NamesAlikeInTheirFirstEightBytesSortByEveryByte) {
                                             "\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF"s,
                                             "\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\0"s,
                                             "abcdefghabcdefgh"s,
-                                            "abcdefghabcdefgi"s};
+                                            "abcdefghabcdefgi"s,
+                                            "abcdefghabcdefg"s,
+                                            "abcdefghabcdefg\0"s,
+                                            "abcdefghabcdefgh\0"s,
+                                            "abcdefgh\x80"s,
+                                            "abcdefghabcdefgh\xFF"s,
+                                            "abcdefghabcdefghabcdefgh"s};
     std::vector<std::string> sorted = names;
     std::sort(sorted.begin(), sorted.end());
     const std::vector<std::string> reversed(sorted.rbegin(), sorted.rend());
