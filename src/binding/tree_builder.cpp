@@ -84,8 +84,7 @@ void BindingTreeBuilder::Open(bool isStructure) {
 }
 
 BindingProperty& BindingTreeBuilder::Close() {
-    const OpenContainer container = open_.back();
-    open_.pop_back();
+    const OpenContainer& container = open_.back();
     BindingProperty& node = container.isRoot ? root_ : waiting_[container.first - 1].value;
     StructureMember* values = waiting_ + container.first;
     const std::size_t count = waitingCount_ - container.first;
@@ -100,6 +99,7 @@ BindingProperty& BindingTreeBuilder::Close() {
         node.kind_ = BindingPropertyKind::Collection;
     }
     waitingCount_ = container.first;
+    open_.pop_back();
     return node;
 }
 
@@ -112,10 +112,19 @@ void BindingTreeBuilder::CloseAll() {
 CollectionRecord* BindingTreeBuilder::CollectionOf(StructureMember* values, std::size_t count) {
     CollectionRecord* record = CollectionRecord::Create(*document_, count);
     for (std::size_t index = 0; index < count; ++index) {
-        MoveBytes(&record->items[index], &values[index].value, sizeof(BindingProperty));
+        MoveNode(&record->items[index], values[index].value);
     }
     record->size = static_cast<std::uint32_t>(count);
     return record;
+}
+
+// Field by field, as the reader has just written them: one wide copy of fields
+// still on their way to memory would wait for them.
+void BindingTreeBuilder::MoveNode(void* to, const BindingProperty& from) {
+    auto* node = new (to) BindingProperty(from.document_);
+    node->payload_ = from.payload_;
+    node->kind_ = from.kind_;
+    node->valid_ = from.valid_;
 }
 
 StructureMember* BindingTreeBuilder::Scratch(std::size_t count) {

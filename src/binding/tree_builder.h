@@ -78,6 +78,7 @@ class BindingTreeBuilder {
     void Open(bool isStructure);
     BindingDocument& Document();
     void Grow();
+    static void MoveNode(void* to, const BindingProperty& from);
     CollectionRecord* CollectionOf(StructureMember* values, std::size_t count);
     StructureRecord* StructureOf(StructureMember* members, std::size_t count);
     StructureMember* Scratch(std::size_t count);
