@@ -2,7 +2,8 @@
 // list of 300 entries and a master list of 200 arrive as server JSON, are
 // parsed, read into the league list DTOs, converted into API leagues, sorted
 // and marked, and numbered. Each stage is measured alone and the whole run
-// once; rapidjson's DOM parses the same texts beside ParseJson.
+// once; rapidjson's DOM parses the same texts beside ParseJson. Last, the
+// challenger league as the routes answer it, to a binding value and back.
 #include <benchmark/benchmark.h>
 #include <rapidjson/document.h>
 
@@ -159,6 +160,29 @@ void BM_FromServerJson(benchmark::State& state) {
     state.SetItemsProcessed(state.iterations() * kLeagues);
 }
 BENCHMARK(BM_FromServerJson)->Unit(benchmark::kMicrosecond);
+
+// Argument 0: to a BindingProperty only; 1: and back to the native league.
+void BM_LeagueList(benchmark::State& state) {
+    const bool andBack = state.range(0) != 0;
+    const wex::BindingTypeRegistry& registry = Data().Registry();
+    const Api::League source = ConvertLeagueList(ReadList(wex::ParseJson(Data().challengerJson)), 0);
+    for (auto _ : state) {
+        const wex::BindingProperty value = wex::ToBinding(source, registry);
+        if (andBack) {
+            Api::League back;
+            wex::BindingProperty status;
+            wex::FromBinding(status, back, value, "league", registry);
+            benchmark::DoNotOptimize(back);
+            if (!status.IsValid() || back.leagues.size() != source.leagues.size()) {
+                state.SkipWithError("the round trip failed");
+            }
+        }
+        benchmark::DoNotOptimize(value);
+    }
+    state.counters["ns_per_entry"] = benchmark::Counter(static_cast<double>(state.iterations() * kChallengers),
+                                                        benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
+}
+BENCHMARK(BM_LeagueList)->ArgName("andBack")->Arg(0)->Arg(1);
 
 }  // namespace
 
