@@ -19,10 +19,12 @@ namespace wex {
 
 namespace {
 
-// Indices from 2^31 on are refused; so are indices that would make one
-// argument hold more elements than any real request needs, which a hostile
-// query could otherwise turn into billions of allocations.
-constexpr std::uint64_t kIndexLimit = 1u << 20;
+// The elements that the dotted keys of one request may add to its
+// collections, in all: far above what a real request names, and small enough
+// that a hostile query (hundreds of keys, each naming a huge index) fails
+// before it costs the host noticeable time or memory. It also keeps every
+// index below 2^31.
+constexpr std::uint64_t kGrowthLimit = 1u << 16;
 
 std::string Lower(std::string_view text) {
     std::string lower(text);
@@ -140,7 +142,7 @@ BindingProperty* ArgumentBinder::Walk(BindingProperty& root, std::string_view pa
                 Fail(FormatMessage("Index %1 is in an incorrect format", {segment}));
                 return nullptr;
             }
-            if (read == NumberTextResult::OutOfRange || index >= kIndexLimit) {
+            if (read == NumberTextResult::OutOfRange || !ReserveGrowth(*slot, index)) {
                 Fail(FormatMessage("Index %1 is out of range", {segment}));
                 return nullptr;
             }
@@ -153,6 +155,16 @@ BindingProperty* ArgumentBinder::Walk(BindingProperty& root, std::string_view pa
         }
         path.remove_prefix(dot + 1);
     }
+}
+
+bool ArgumentBinder::ReserveGrowth(const BindingProperty& slot, std::uint64_t index) {
+    const std::uint64_t present = slot.Kind() == BindingPropertyKind::Collection ? slot.Size() : 0;
+    const std::uint64_t growth = index < present ? 0 : index + 1 - present;
+    if (growth > kGrowthLimit - grownElements_) {
+        return false;
+    }
+    grownElements_ += growth;
+    return true;
 }
 
 void ArgumentBinder::BindWhole(std::size_t index, std::string_view text) {

@@ -43,6 +43,9 @@ class ArgumentBinder {
     std::int32_t LocationOf(std::size_t index) const;
     // The slot that path (segments separated by ".") selects under root; null after a failure.
     BindingProperty* Walk(BindingProperty& root, std::string_view path);
+    // Counts the elements that At(index) would append to slot against the
+    // request's budget; false, with nothing counted, when they exceed it.
+    bool ReserveGrowth(const BindingProperty& slot, std::uint64_t index);
     void BindWhole(std::size_t index, std::string_view text);
     void Fail(std::string message) { call_.result.SetError(message); }
     bool Failed() const { return !call_.result.IsValid(); }
@@ -50,6 +53,7 @@ class ArgumentBinder {
     ApiCallContext& call_;
     const Route& route_;
     std::span<BindingProperty> slots_;
+    std::uint64_t grownElements_ = 0;
 };
 
 }  // namespace wex

@@ -118,6 +118,28 @@ TEST_F(DispatchTest, BindsPathAndQueryTexts) {
     }
 }
 
+TEST_F(DispatchTest, DottedKeysOfOneRequestAddAtMost65536ElementsInAll) {
+    std::string hostile = "/test/echo/n?options.0.1048575=1";
+    for (int key = 1; key < 300; ++key) {
+        hostile += "&options." + std::to_string(key) + ".1048575=1";
+    }
+    const std::pair<std::string, const char*> cases[] = {
+        {"/test/echo/n?options.65535=7", ""},
+        {"/test/echo/n?options.65536=7", "Index 65536 is out of range"},
+        {"/test/echo/n?options.0.30000=1&options.1.35532=1", ""},
+        {"/test/echo/n?options.0.30000=1&options.1.35533=1", "Index 35533 is out of range"},
+        {"/test/echo/n?options.0.65534=1&options.0.1=1", ""},
+        {"/test/echo/n?options.0.65534=1&options.1=1", "Index 1 is out of range"},
+        {hostile, "Index 1048575 is out of range"},
+    };
+    for (const auto& [path, error] : cases) {
+        SCOPED_TRACE(path.substr(0, 60));
+        TestResponse response;
+        Serve(Request(HostMethodPost, path), response);
+        EXPECT_EQ(response.Error(), error);
+    }
+}
+
 TEST_F(DispatchTest, TieBreaksPreferFewerCapturedCharactersThenTheEarlierRoute) {
     const std::pair<const char*, const char*> cases[] = {
         {"/tie/x", R"("a=x")"},
