@@ -27,13 +27,27 @@ void MemoryAccounting::OnRelease(std::size_t blockSize) {
     frees_.fetch_add(1);
 }
 
+namespace {
+
+// Counters that another thread may move between the two loads, or releases of
+// blocks allocated before the counting began, must not make a difference wrap.
+std::uint64_t Difference(std::uint64_t added, std::uint64_t taken) {
+    return added > taken ? added - taken : 0;
+}
+
+}  // namespace
+
 void MemoryAccounting::UpdatePeak() {
-    const std::uint64_t live = allocatedBytes_.load() - freedBytes_.load();
+    // The freed total first: the allocated total read after it has counted
+    // every block whose release the freed total holds.
+    const std::uint64_t freed = freedBytes_.load();
+    const std::uint64_t live = Difference(allocatedBytes_.load(), freed);
     std::uint64_t peak = peakLiveBytes_.load();
     while (live > peak) {
         if (peakLiveBytes_.compare_exchange_weak(peak, live)) {
             // The pair is not one atomic unit; a racing update may pair it with another peak.
-            liveCountAtPeak_.store(allocations_.load() - frees_.load());
+            const std::uint64_t frees = frees_.load();
+            liveCountAtPeak_.store(Difference(allocations_.load(), frees));
             return;
         }
     }

@@ -67,5 +67,15 @@ TEST(MemoryAccounting, CountersAboveFourGigabytesKeepTheirHighWord) {
     EXPECT_EQ(stats.words[5], 1u);
 }
 
+TEST(MemoryAccounting, ReleasesOfBlocksCountedNowhereNeverMakeLiveFiguresWrap) {
+    MemoryAccounting accounting;
+    accounting.OnRelease(100);       // allocated before the counting began
+    accounting.OnReallocate(0, 16);  // a reallocation from no block counts a release of nothing
+    accounting.OnRelease(16);
+    accounting.OnAllocate(10);
+    EXPECT_EQ(accounting.PeakLiveBytes(), 0u);
+    EXPECT_EQ(accounting.LiveCountAtPeak(), 0u);
+}
+
 }  // namespace
 }  // namespace wex
