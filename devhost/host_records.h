@@ -2,6 +2,8 @@
 
 #include <cstdint>
 #include <string>
+
+#include "plugin/boundary.h"
 #include <utility>
 #include <vector>
 
@@ -20,14 +22,20 @@ struct RecordedEvent {
     std::string payload;
 };
 
+// The callbacks and their user data as the plug-in handed them over, so that
+// a test can play a host that calls back when it should not.
 struct RecordedSubscription {
     std::string name;
     std::uint32_t flag = 0;
+    HostEventCallback callback = nullptr;
+    void* userData = nullptr;
 };
 
 struct RecordedSchedule {
     std::string label;
     double delaySeconds = 0.0;
+    HostScheduledCallback callback = nullptr;
+    void* userData = nullptr;
 };
 
 // One call that the plug-in made on the game server, through any of the

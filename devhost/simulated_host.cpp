@@ -365,7 +365,7 @@ void SimulatedHost::OnSendEvent(const HostEvent& event) {
 void SimulatedHost::OnSubscribe(const char* name, std::uint32_t hostContext, HostEventCallback callback, void* userData,
                                 std::uint32_t flag) {
     const std::string eventName = Text(name);
-    records_.subscriptions.push_back({eventName, flag});
+    records_.subscriptions.push_back({eventName, flag, callback, userData});
     records_.journal.push_back("SubscribeHostEvent " + eventName + " " + std::to_string(flag));
     RemoveSubscriber(eventName, hostContext);
     if (callback != nullptr) {
@@ -387,7 +387,7 @@ void SimulatedHost::RemoveSubscriber(const std::string& name, std::uint32_t host
 }
 
 void SimulatedHost::OnSchedule(const char* label, HostScheduledCallback callback, void* userData, double delaySeconds) {
-    records_.schedules.push_back({Text(label), delaySeconds});
+    records_.schedules.push_back({Text(label), delaySeconds, callback, userData});
     records_.journal.push_back("ScheduleCallback " + Text(label) + " " + NumberText(delaySeconds));
     if (callback != nullptr) {
         loop_.Schedule(callback, userData, delaySeconds);

@@ -1,6 +1,7 @@
 #include "api/packed_api_table.h"
 
 #include "api/endpoint_entry.h"
+#include "api/live_addresses.h"
 #include "binding/registry.h"
 
 namespace wex {
@@ -122,10 +123,17 @@ HostEndpointRecord PackedApiTable::DescribeFunction(const BindingTypeRegistry& r
     return record;
 }
 
+PackedApiTable::~PackedApiTable() {
+    for (const HostEndpointContext& context : contexts_) {
+        LiveEndpointContexts().Remove(&context);
+    }
+}
+
 void PackedApiTable::BuildEndpoints(const BindingTypeRegistry& registry, RouteList routes, void* module) {
     for (const Route* route : routes) {
         HostEndpointRecord record = DescribeFunction(registry, *route->function);
         record.context = &contexts_.emplace_back(HostEndpointContext{module, route});
+        LiveEndpointContexts().Add(record.context);
         record.entry = &EndpointEntry;
         std::vector<HostLocationRecord>& locations = locations_.emplace_back();
         for (const std::int32_t location : route->argumentLocations) {

@@ -19,6 +19,7 @@ struct BindingFunctionInfo;
 class PackedApiTable {
   public:
     PackedApiTable() = default;
+    ~PackedApiTable();
     PackedApiTable(const PackedApiTable&) = delete;
     PackedApiTable& operator=(const PackedApiTable&) = delete;
 

@@ -2,11 +2,16 @@
 
 #include <vector>
 
+#include "api/live_addresses.h"
 #include "binding/type_identity.h"
 
 namespace wex {
 
-PluginBase::~PluginBase() = default;
+PluginBase::PluginBase() : lifeSerial_(LiveModules().Add(this)) {}
+
+PluginBase::~PluginBase() {
+    LiveModules().Remove(this);
+}
 
 void PluginBase::Connect(std::uint32_t hostContext, std::string name, std::string userAgent) {
     hostContext_ = hostContext;

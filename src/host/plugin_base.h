@@ -42,7 +42,7 @@ class BindingTypeRegistry;
 // which events and requests of the same module may run nested. [host-thread]
 class PluginBase : public SubscriptionInterface {
   public:
-    PluginBase() = default;
+    PluginBase();
     PluginBase(const PluginBase&) = delete;
     PluginBase& operator=(const PluginBase&) = delete;
     virtual ~PluginBase();
@@ -222,6 +222,7 @@ class PluginBase : public SubscriptionInterface {
         if (!future.valid()) {
             FailAwait(std::future_error(std::future_errc::no_state));
         }
+        const ModuleLife life = Life();
         bool waiting = false;
         while (future.wait_for(std::chrono::seconds(0)) != std::future_status::ready) {
             if (!waiting) {
@@ -229,6 +230,12 @@ class PluginBase : public SubscriptionInterface {
                 waiting = true;
             }
             YieldToHost();
+            if (!life.Alive()) {
+                // Stopped during the turn: Finalize dropped the module's
+                // promises, and neither the module nor the host's table may
+                // be used any more, EndWait included.
+                FailAwait(std::future_error(std::future_errc::broken_promise));
+            }
         }
         if (waiting) {
             EndWait();
@@ -363,9 +370,7 @@ class PluginBase : public SubscriptionInterface {
     std::string StartServiceProxyRequest(const std::string& serviceName, const std::string& methodName,
                                          const BindingProperty& payload, const std::string& responseMethodName,
                                          const std::string& extraArgument, ServiceProxyCompletion completion);
-    std::string SendServiceProxyRequest(const std::string& serviceName, const std::string& methodName,
-                                        const BindingProperty& payload, const std::string& responseMethodName,
-                                        const std::string& extraArgument);
+    [[noreturn]] void FailNestedServiceProxyRequest(const std::string& callName);
     void OnServiceProxyUuidEvent(const PluginServiceProxyResponse& response);
     void OnServiceProxyMethodEvent(const PluginServiceProxyResponse& response);
     void OnServiceProxyAsyncEvent(const PluginServiceProxyResponse& response);
@@ -389,7 +394,14 @@ class PluginBase : public SubscriptionInterface {
         return value;
     }
 
-    // Waiting.
+    // Waiting. A host may stop the module during one of the turns it is
+    // given; the waiting code then finds its module gone without reading it.
+    struct ModuleLife {
+        const void* module;
+        std::uint64_t serial;
+        bool Alive() const;
+    };
+    ModuleLife Life() const { return {this, lifeSerial_}; }
     [[noreturn]] static void FailAwait(const std::future_error& error);
     static void RunScheduledCallback(void* userData) noexcept;
 
@@ -401,6 +413,7 @@ class PluginBase : public SubscriptionInterface {
     std::map<std::string, std::function<void(const PluginLcdsEvent&)>> lcdsHandlers_;
     ServiceProxyTables serviceProxy_;
     ScheduledCallbacks scheduled_;
+    std::uint64_t lifeSerial_;
 };
 
 }  // namespace wex

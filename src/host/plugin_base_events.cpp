@@ -1,9 +1,11 @@
 // The event operations of PluginBase: reference-counted subscriptions,
 // delivery of host events, resource observers, server messages and the
 // module's own resource events.
+#include "api/live_addresses.h"
 #include "binding/host_value.h"
 #include "binding/registry.h"
 #include "diagnostics/format_message.h"
+#include "diagnostics/log_system.h"
 #include "diagnostics/trace.h"
 #include "host/host_event_name.h"
 #include "host/plugin_base.h"
@@ -39,6 +41,10 @@ void PluginBase::SubscribeHostEventHandler(const std::string& name, std::uint32_
 
 void PluginBase::DeliverHostEvent(const HostEvent* event) noexcept {
     if (event == nullptr || event->userData == nullptr || event->name == nullptr) {
+        return;
+    }
+    if (!LiveModules().Contains(event->userData)) {
+        LogMessage(LogLevel::Warn, LogCategory::Dbg, "Dropped event %s: its module has stopped", event->name);
         return;
     }
     try {

@@ -1,6 +1,9 @@
 // The server-call operations of PluginBase: synchronous calls through the
 // invoke endpoint and service-proxy calls answered later by host events.
+#include <cstdlib>
+
 #include "codec/json_writer.h"
+#include "diagnostics/assertion.h"
 #include "diagnostics/log_system.h"
 #include "host/lcds_class_annotation.h"
 #include "host/plugin_base.h"
@@ -51,6 +54,9 @@ std::string PluginBase::StartServiceProxyRequest(const std::string& serviceName,
                                                  const BindingProperty& payload, const std::string& responseMethodName,
                                                  const std::string& extraArgument, ServiceProxyCompletion completion) {
     const std::string callName = serviceName + "." + methodName;
+    if (serviceProxy_.CompletingOnThisThread()) {
+        FailNestedServiceProxyRequest(callName);
+    }
     LogMessage(LogLevel::Always, LogCategory::Dbg, "%s: Preparing service proxy request: %s", name_.c_str(),
                callName.c_str());
     std::string key;
@@ -79,6 +85,17 @@ std::string PluginBase::StartServiceProxyRequest(const std::string& serviceName,
     serviceProxy_.AddPending(key, std::move(completion));
     MatchServiceProxyResponses();
     return {};
+}
+
+void PluginBase::FailNestedServiceProxyRequest(const std::string& callName) {
+    // Completions run under the service-proxy lock: going on would wait for
+    // it forever, so the broken rule ends the process with its name instead.
+    LogMessage(LogLevel::Error, LogCategory::Dbg, "%s: Service proxy request %s started inside a completion",
+               name_.c_str(), callName.c_str());
+    ReportAssertion("No service-proxy request inside a service-proxy completion",
+                    FormatMessage("%1 was started while a completion held the service-proxy lock", {callName}), "", 0,
+                    "");
+    std::abort();
 }
 
 void PluginBase::RegisterServiceProxyAsyncHandler(const std::string& serviceName, const std::string& methodName,

@@ -2,6 +2,7 @@
 // to wait, since the module creates no threads.
 #include <cstdlib>
 
+#include "api/live_addresses.h"
 #include "diagnostics/assertion.h"
 #include "diagnostics/log_system.h"
 #include "host/plugin_base.h"
@@ -9,9 +10,20 @@
 
 namespace wex {
 
+bool PluginBase::ModuleLife::Alive() const {
+    return LiveModules().Contains(module, serial);
+}
+
 void PluginBase::Yield() {
+    const ModuleLife life = Life();
     BeginWait("Wait: yield", 0);
     YieldToHost();
+    if (!life.Alive()) {
+        // The code that yielded belongs to the module, so it cannot go on.
+        LogMessage(LogLevel::Error, LogCategory::Dbg, "The module was stopped while it yielded to the host");
+        ReportAssertion("Stop during Yield", "", "", 0, "");
+        std::abort();
+    }
     EndWait();
 }
 
@@ -23,10 +35,13 @@ void PluginBase::Schedule(const std::string& label, std::function<void()> callab
 }
 
 void PluginBase::RunScheduledCallback(void* userData) noexcept {
-    auto* entry = static_cast<ScheduledCallback*>(userData);
-    if (entry == nullptr) {
+    if (!LiveScheduledCallbacks().Contains(userData)) {
+        // Run once already, or its module has stopped: the entry is gone.
+        LogMessage(LogLevel::Warn, LogCategory::Dbg,
+                   "Dropped a scheduled callback: it has run or its module has stopped");
         return;
     }
+    auto* entry = static_cast<ScheduledCallback*>(userData);
     PluginBase& module = *entry->module;
     const std::uint64_t id = entry->id;
     try {

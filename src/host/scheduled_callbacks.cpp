@@ -1,16 +1,31 @@
 #include "host/scheduled_callbacks.h"
 
+#include "api/live_addresses.h"
+
 namespace wex {
+
+ScheduledCallbacks::~ScheduledCallbacks() {
+    for (const auto& [id, entry] : entries_) {
+        LiveScheduledCallbacks().Remove(&entry);
+    }
+}
 
 ScheduledCallback& ScheduledCallbacks::Add(PluginBase& module, std::function<void()> callable) {
     const std::lock_guard lock(mutex_);
     const std::uint64_t id = nextId_++;
-    return entries_.insert_or_assign(id, ScheduledCallback{&module, id, std::move(callable)}).first->second;
+    ScheduledCallback& entry =
+        entries_.insert_or_assign(id, ScheduledCallback{&module, id, std::move(callable)}).first->second;
+    LiveScheduledCallbacks().Add(&entry);
+    return entry;
 }
 
 void ScheduledCallbacks::Remove(std::uint64_t id) {
     const std::lock_guard lock(mutex_);
-    entries_.erase(id);
+    const auto found = entries_.find(id);
+    if (found != entries_.end()) {
+        LiveScheduledCallbacks().Remove(&found->second);
+        entries_.erase(found);
+    }
 }
 
 std::size_t ScheduledCallbacks::Count() const {

@@ -18,9 +18,15 @@ struct ScheduledCallback {
 };
 
 // The module's scheduled callables by id, ids counting from 1, under one lock
-// that is never held while a callable runs.
+// that is never held while a callable runs. Every entry's address is in
+// LiveScheduledCallbacks() while the entry exists.
 class ScheduledCallbacks {
   public:
+    ScheduledCallbacks() = default;
+    ScheduledCallbacks(const ScheduledCallbacks&) = delete;
+    ScheduledCallbacks& operator=(const ScheduledCallbacks&) = delete;
+    ~ScheduledCallbacks();
+
     ScheduledCallback& Add(PluginBase& module, std::function<void()> callable);
     void Remove(std::uint64_t id);
     std::size_t Count() const;

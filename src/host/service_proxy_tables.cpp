@@ -1,6 +1,25 @@
 #include "host/service_proxy_tables.h"
 
+#include "platform/thread_id.h"
+
 namespace wex {
+
+class ServiceProxyTables::CompletionScope {
+  public:
+    explicit CompletionScope(std::atomic<const void*>& thread) : thread_(thread) {
+        thread_.store(platform::CurrentThreadId());
+    }
+    ~CompletionScope() { thread_.store(nullptr); }
+    CompletionScope(const CompletionScope&) = delete;
+    CompletionScope& operator=(const CompletionScope&) = delete;
+
+  private:
+    std::atomic<const void*>& thread_;
+};
+
+bool ServiceProxyTables::CompletingOnThisThread() const {
+    return completingThread_.load() == platform::CurrentThreadId();
+}
 
 bool ServiceProxyTables::IsPending(const std::string& key) const {
     const std::lock_guard lock(mutex_);
@@ -28,6 +47,7 @@ bool ServiceProxyTables::CallAsyncHandler(const std::string& key, const PluginSe
     if (found == asyncHandlers_.end()) {
         return false;
     }
+    const CompletionScope completing(completingThread_);
     found->second(response);
     return true;
 }
@@ -46,6 +66,7 @@ std::optional<std::string> ServiceProxyTables::MatchOne() {
         std::string key = response->first;
         pending_.erase(pending);
         responses_.erase(response);
+        const CompletionScope completing(completingThread_);
         completion(answer);
         return key;
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <functional>
 #include <map>
 #include <mutex>
@@ -11,7 +12,8 @@
 namespace wex {
 
 // Completes a service-proxy call with its answer. Runs under the tables'
-// lock, so it must not start another service-proxy call.
+// lock, so it must not start another service-proxy call: one that does ends
+// the process with an assertion report naming the call.
 using ServiceProxyCompletion = std::function<void(const PluginServiceProxyResponse& response)>;
 
 // The service-proxy calls in flight, the answers received for them and the
@@ -36,8 +38,16 @@ class ServiceProxyTables {
 
     void Clear();
 
+    // True while a completion or an async handler runs on the calling thread,
+    // under the lock: a call started then would wait for the lock forever.
+    bool CompletingOnThisThread() const;
+
   private:
+    // Notes the calling thread as the one running a completion, until it returns.
+    class CompletionScope;
+
     mutable std::mutex mutex_;
+    std::atomic<const void*> completingThread_{nullptr};
     std::map<std::string, ServiceProxyCompletion> pending_;
     std::map<std::string, PluginServiceProxyResponse> responses_;
     std::map<std::string, ServiceProxyCompletion> asyncHandlers_;

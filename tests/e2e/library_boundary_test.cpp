@@ -88,6 +88,53 @@ TEST(LibraryBoundary, StartsAndStopsWithAHostTable) {
     EXPECT_THAT(host.Records().unsubscriptions, ::testing::IsSupersetOf(proxyEvents));
 }
 
+// A host that calls back after Stop hands the plug-in addresses of freed
+// memory; the plug-in must notice without reading them (the asan preset checks).
+TEST(LibraryBoundary, CallsAfterStopAreDroppedWithOneLineEach) {
+    PluginLibrary library;
+    ASSERT_TRUE(library.Open(TAV_PLUGIN_PATH)) << library.error();
+    ASSERT_TRUE(library.Load(CoreVersion{}));
+    SimulatedHost host;
+    ASSERT_TRUE(host.Start(library));
+    const HostEndpointRecord* const endpoint = library.loadInfo().apiTable->endpoints;
+    const HostEndpointFunction entry = endpoint->entry;
+    const HostEndpointContext* const context = endpoint->context;
+    host.PushServerMessage("com.orvelsoft.platform.messaging.persistence.SimpleDialogMessage", "{}");
+    host.RunTurn();  // the message's handler is scheduled for the next turn, which never comes
+    ASSERT_FALSE(host.Records().schedules.empty());
+    const tav::host::RecordedSchedule schedule = host.Records().schedules.back();
+    const tav::host::RecordedSubscription subscription = host.Records().subscriptions.front();
+    host.Stop(library);
+
+    testing::internal::CaptureStderr();
+    schedule.callback(schedule.userData);
+    HostEvent event{};
+    event.name = subscription.name.c_str();
+    event.userData = subscription.userData;
+    subscription.callback(&event);
+    HostRequest request{};
+    request.method = endpoint->method;
+    request.path = "/tav-leagues/v2/notifications";
+    request.endpointContext = context;
+    HostResponse response{};
+    entry(&response, &request);
+    const std::string log = testing::internal::GetCapturedStderr();
+
+    EXPECT_STREQ(response.error, "The plug-in has stopped");
+    EXPECT_EQ(response.status, 503u);
+    response.release(&response);
+    std::vector<std::string> messages;
+    std::istringstream lines(log);
+    for (std::string line; std::getline(lines, line);) {
+        messages.push_back(line.substr(line.find("| ") + 2));
+    }
+    EXPECT_EQ(messages, (std::vector<std::string>{
+                            "Dropped a scheduled callback: it has run or its module has stopped",
+                            "Dropped event " + subscription.name + ": its module has stopped",
+                            "Refused a request for /tav-leagues/v2/notifications: its module has stopped",
+                        }));
+}
+
 using LibraryBoundaryDeathTest = ::testing::Test;
 
 TEST(LibraryBoundaryDeathTest, AnIncompatibleCoreEndsTheProcess) {

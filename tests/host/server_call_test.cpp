@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "codec/json_writer.h"
+#include "diagnostics/log_system.h"
 #include "host_test_module.h"
 
 namespace tav::test {
@@ -266,6 +267,33 @@ TEST_F(ServiceProxyTest, AsyncAnswersGoToTheirHandlerOrAreLogged) {
     EXPECT_EQ(LogMessages(Records(), 2),
               std::vector<std::string>{
                   "tav-hosttest: Could not find registered handler for async service proxy event leagues.other\n"});
+}
+
+// The league module's completions only fulfil promises; the end-to-end tests
+// run every one of them with this check in place.
+using ServiceProxyDeathTest = ServiceProxyTest;
+
+TEST_F(ServiceProxyDeathTest, ACompletionThatStartsAnotherCallEndsTheProcessNamingIt) {
+    Host().ScriptServer("leagues", "getAllMyLeagues", ServerAnswer::Json("", "[]", 1));
+    const auto nested = [this](const PluginServiceProxyResponse&) {
+        (void)module.ServiceProxyRequest("leagues", "getMyLeaguePositions", 0, "", "", nullptr);
+    };
+    const char* const report =
+        "Expression: No service-proxy request inside a service-proxy completion\n\n"
+        "Description: leagues.getMyLeaguePositions was started while a completion held the service-proxy lock";
+    // The started module logs to the host; the report must reach standard error too.
+    wex::LogTargetInterface* const standardError = wex::GetBuiltinLogTargets().standardError;
+    standardError->Activate(standardError);
+    EXPECT_DEATH(
+        {
+            (void)module.ServiceProxyRequest("leagues", "getAllMyLeagues", 0, "", "", nested);
+            Host().RunUntilIdle();
+        },
+        report);
+    module.RegisterServiceProxyAsyncHandler("leagues", "pushed", nested);
+    Host().QueueEvent("OnServiceProxyAsyncEvent", R"({"serviceName":"leagues","methodName":"pushed"})");
+    EXPECT_DEATH(Host().RunUntilIdle(), report);
+    standardError->Deactivate(standardError);
 }
 
 }  // namespace

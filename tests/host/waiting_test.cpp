@@ -133,5 +133,26 @@ TEST(WaitingDeathTest, AFutureWithoutAResultEndsTheProcess) {
         "Awaiting a future failed with error 4: std::future_error: Broken promise(.|\n)*Expression: ALE-6D828C10");
 }
 
+// The host stops the module during a turn that it was given to wait: the
+// waiting code must notice without reading the freed module (the asan preset
+// checks) and cannot go on.
+TEST(WaitingDeathTest, StopDuringAWaitEndsTheProcess) {
+    const auto waitAndStop = [](auto wait) {
+        HostedModule<HostTestModule> hosted;
+        if (!hosted.Start()) {
+            return;
+        }
+        hosted.host().SetTurnHook([&hosted] { hosted.Stop(); });
+        wait(hosted.module());
+    };
+    EXPECT_DEATH(waitAndStop([](HostTestModule& module) {
+                     (void)module.Await(module.CallService<int>("leagues", "getAllMyLeagues", 0));
+                 }),
+                 "Awaiting a future failed with error 4: std::future_error: Broken promise(.|\n)*"
+                 "Expression: ALE-6D828C10");
+    EXPECT_DEATH(waitAndStop([](HostTestModule& module) { module.Yield(); }),
+                 "The module was stopped while it yielded to the host(.|\n)*Expression: Stop during Yield");
+}
+
 }  // namespace
 }  // namespace tav::test
