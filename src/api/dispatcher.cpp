@@ -17,6 +17,7 @@
 #include "api/route_match.h"
 #include "binding/function_info.h"
 #include "binding/host_value.h"
+#include "binding/native_conversion.h"
 
 namespace wex {
 
@@ -50,27 +51,28 @@ ApiRequestSummary SummaryOf(const HostRequest& request, const BindingTypeRegistr
     return summary;
 }
 
-// Converts the arguments and runs the handler; nothing runs once binding failed.
+// Converts the arguments and runs the handler; nothing runs once binding
+// failed. Whatever either step throws answers 500 with its text.
 void RunHandler(ApiCallContext& call, std::span<const BindingProperty> slots, const HostRequest& request) {
     const ApiFunctionHandler* handler = call.function.handler.get();
     if (handler == nullptr || !call.result.IsValid()) {
         return;
     }
-    const auto release = [handler](void* arguments) { handler->ReleaseArguments(arguments); };
-    const std::unique_ptr<void, decltype(release)> arguments(handler->ConvertArguments(call, slots, request.context),
-                                                             release);
-    if (!call.result.IsValid()) {
-        return;
-    }
     try {
+        const auto release = [handler](void* arguments) { handler->ReleaseArguments(arguments); };
+        const std::unique_ptr<void, decltype(release)> arguments(
+            handler->ConvertArguments(call, slots, request.context), release);
+        if (!call.result.IsValid()) {
+            return;
+        }
         if (&handler->ResultType() == &BindingTypeIdentity::Of<ApiResponse>()) {
             const ApiRequestSummary summary = SummaryOf(request, call.function.registry);
             handler->Invoke(call, &summary, arguments.get(), request.context);
         } else {
             handler->Invoke(call, nullptr, arguments.get(), request.context);
         }
-    } catch (const std::exception& error) {
-        call.result.SetError(error.what());
+    } catch (...) {
+        FailWithCurrentException(call.result);
         call.status = 500;
     }
 }
@@ -80,6 +82,8 @@ void FillResponse(HostResponse& response, ApiCallContext& call) {
     if (!call.result.IsValid()) {
         SetResponseError(response, call.result.GetError());
     } else if (!BindingToHostValue(call.result, response.result, call.function.registry)) {
+        // The conversion fails only when memory runs out.
+        SetResponseError(response, "Out of memory");
         unconvertible = true;
     }
     response.kind = call.kind;

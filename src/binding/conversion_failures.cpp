@@ -1,5 +1,8 @@
 #include "binding/conversion_failures.h"
 
+#include <exception>
+#include <new>
+
 #include "binding/native_conversion.h"
 #include "binding/property.h"
 #include "diagnostics/format_message.h"
@@ -10,8 +13,16 @@ void FailRequired(BindingProperty& status, std::string_view name) {
     status.SetError(FormatMessage("A value for '%1' is required.", {name}));
 }
 
-void FailOutOfMemory(BindingProperty& status) noexcept {
-    status.SetError("Out of memory");
+void FailWithCurrentException(BindingProperty& status) noexcept {
+    try {
+        throw;
+    } catch (const std::bad_alloc&) {
+        status.SetError("Out of memory");
+    } catch (const std::exception& error) {
+        status.SetError(error.what());
+    } catch (...) {
+        status.SetError("Unknown error");
+    }
 }
 
 void FailInvalidType(BindingProperty& status, std::string_view name, std::string_view typeName,

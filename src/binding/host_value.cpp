@@ -241,8 +241,8 @@ BindingProperty HostValueToBinding(const HostValue& value, std::string_view name
                 break;
             }
         }
-    } catch (const std::bad_alloc&) {
-        FailOutOfMemory(result);
+    } catch (...) {
+        FailWithCurrentException(result);
     }
     return result;
 }
@@ -260,7 +260,7 @@ bool BindingToHostValue(const BindingProperty& value, HostValue& out, const Bind
             }
         }
         return true;
-    } catch (const std::bad_alloc&) {
+    } catch (...) {
         ReleaseHostValue(out);
         return false;
     }

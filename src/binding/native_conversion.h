@@ -54,7 +54,9 @@ void StructureToBinding(BindingProperty& result, const void* value, const Bindin
 bool CheckCollectionInput(BindingProperty& status, const BindingProperty& input, std::string_view name);
 bool CheckMapInput(BindingProperty& status, const BindingProperty& input, std::string_view name);
 void FailRequired(BindingProperty& status, std::string_view name);
-void FailOutOfMemory(BindingProperty& status) noexcept;
+// Marks status failed with the exception being handled: "Out of memory", the
+// text of a standard exception, or "Unknown error". Only inside a catch block.
+void FailWithCurrentException(BindingProperty& status) noexcept;
 
 template <class T>
 void FromBinding(BindingProperty& status, T& out, const BindingProperty& input, std::string_view name,
@@ -229,8 +231,8 @@ void FromBinding(BindingProperty& status, T& out, const BindingProperty& input, 
                  const BindingTypeRegistry& registry) noexcept {
     try {
         ConvertFromBinding(status, out, input, name, registry);
-    } catch (const std::bad_alloc&) {
-        FailOutOfMemory(status);
+    } catch (...) {
+        FailWithCurrentException(status);
     }
 }
 
@@ -238,8 +240,8 @@ template <class T>
 void ToBinding(BindingProperty& result, const T& value, const BindingTypeRegistry& registry) noexcept {
     try {
         ConvertToBinding(result, value, registry);
-    } catch (const std::bad_alloc&) {
-        FailOutOfMemory(result);
+    } catch (...) {
+        FailWithCurrentException(result);
     }
 }
 

@@ -1,6 +1,8 @@
 // The event operations of PluginBase: reference-counted subscriptions,
 // delivery of host events, resource observers, server messages and the
 // module's own resource events.
+#include <memory>
+
 #include "api/live_addresses.h"
 #include "binding/host_value.h"
 #include "binding/registry.h"
@@ -121,12 +123,14 @@ void PluginBase::SendResourceEvent(const PluginResourceEvent& event) {
     if (!record.IsValid() || !BindingToHostValue(record, payload, typeRegistry_)) {
         return;
     }
+    // Released however the sending ends, a throwing host double included.
+    const auto release = [](HostValue* value) { ReleaseHostValue(*value); };
+    const std::unique_ptr<HostValue, decltype(release)> owned(&payload, release);
     Trace("%s: Sending event: %s", name_.c_str(), event.uri.c_str());
     HostEvent hostEvent{};
     hostEvent.name = "OnJsonApiEvent";
     hostEvent.payload = payload;
     SendEvent(hostEvent);
-    ReleaseHostValue(payload);
 }
 
 }  // namespace wex

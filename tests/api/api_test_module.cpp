@@ -98,6 +98,11 @@ void ApiTestModule::RegisterRoutesAndTypes() {
         return EchoText(section);
     }).AddPathArgument("section", "");
     AddRoute(HostMethodGet, "/test/{x}/a.b", [](std::string x) { return EchoText(x); }).AddPathArgument("x", "");
+    AddRoute(HostMethodGet, "/test/zeros/{count}",
+             [](std::uint32_t count) -> MaybeType<Failure, std::vector<std::int32_t>> {
+                 return std::vector<std::int32_t>(count);
+             })
+        .AddPathArgument("count", "");
     AddRoute(HostMethodGet, "/test/number", [](std::int32_t number) -> MaybeType<Failure, std::int32_t> {
         return number;
     }).AddQueryArgument("number", "");

@@ -1,5 +1,13 @@
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <fstream>
+#if defined(__linux__)
+#include <sys/resource.h>
+#include <unistd.h>
+#endif
+
+#include "address_sanitizer.h"
 #include "api_test_module.h"
 
 namespace tav::test {
@@ -139,6 +147,35 @@ TEST_F(DispatchTest, DottedKeysOfOneRequestAddAtMost65536ElementsInAll) {
         EXPECT_EQ(response.Error(), error);
     }
 }
+
+#if defined(__linux__)
+// Caps the address space at what the process maps now plus extra bytes.
+void CapAddressSpace(std::size_t extra) {
+    std::size_t pages = 0;
+    std::ifstream("/proc/self/statm") >> pages;
+    const rlim_t cap = pages * static_cast<rlim_t>(sysconf(_SC_PAGESIZE)) + extra;
+    const rlimit limit{cap, cap};
+    setrlimit(RLIMIT_AS, &limit);
+}
+
+// 8 million numbers take 32 MB natively and 128 MB as a binding value, and
+// far more on their way to the host: the cap lets the handler answer, and only
+// the conversion for the host runs out.
+TEST_F(DispatchTest, AResultThatRunsOutOfMemoryOnItsWayToTheHostAnswers400WithTheText) {
+    if (tav::host::kUnderAddressSanitizer) {
+        GTEST_SKIP() << "the sanitizer maps more address space than the cap leaves";
+    }
+    EXPECT_EXIT(
+        {
+            CapAddressSpace(std::size_t{280} << 20);
+            TestResponse response;
+            Serve(Request(HostMethodGet, "/test/zeros/8000000"), response);
+            std::fprintf(stderr, "%s %u\n", response.Error().c_str(), Read(response.record.status));
+            std::exit(0);
+        },
+        testing::ExitedWithCode(0), "^Out of memory 400\n$");
+}
+#endif
 
 TEST_F(DispatchTest, TieBreaksPreferFewerCapturedCharactersThenTheEarlierRoute) {
     const std::pair<const char*, const char*> cases[] = {

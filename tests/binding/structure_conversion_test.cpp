@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <stdexcept>
 
 #include "binding_values.h"
 #include "sample_model.h"
@@ -267,6 +268,28 @@ TEST_F(StructureConversion, ConvertersWorkThroughTheirInterface) {
     BindingProperty output;
     converter.ToBinding(output, &emblems, registry_);
     EXPECT_EQ(output.At(0).Kind(), BindingPropertyKind::Enum);
+}
+
+// A record whose construction throws once it is registered, as a record
+// holding a resource might.
+struct Fragile {
+    static inline bool broken = false;
+    Fragile() {
+        if (broken) {
+            throw std::runtime_error("no room for a fragile record");
+        }
+    }
+    std::int32_t value = 0;
+};
+
+TEST_F(StructureConversion, AnExceptionInsideAConversionFailsItWithItsText) {
+    registry_.Struct<Fragile>("Fragile").Field("value", &Fragile::value);
+    Fragile::broken = true;
+    std::vector<Fragile> out;
+    BindingProperty input;
+    input.At(0).Member("value").SetSigned(1);
+    EXPECT_EQ(Convert(out, input), "no room for a fragile record");
+    Fragile::broken = false;
 }
 
 }  // namespace

@@ -200,6 +200,22 @@ TEST_F(SubscriptionTest, PublishesTheModulesOwnResourceEvents) {
               R"({"data":null,"eventType":"Delete","uri":"/tav-leagues/v1/summoner-leagues/42"})");
 }
 
+// A host double whose sending throws; under the asan preset the leak check
+// sees a payload left behind.
+class ThrowingSendModule : public HostTestModule {
+  public:
+    void SendEvent(const HostEvent&) override { throw std::runtime_error("the host went away"); }
+};
+
+TEST(CarelessHost, APayloadIsReleasedWhenSendingThrows) {
+    HostedModule<ThrowingSendModule> hosted;
+    ASSERT_TRUE(hosted.Start());
+    EXPECT_THROW(hosted.module().PublishResourceEvent(PluginResourceEventType::Update, "/tav-test/v1/x",
+                                                      std::vector<std::string>{"a", "b"}),
+                 std::runtime_error);
+    EXPECT_TRUE(hosted.records().events.empty());
+}
+
 // ---- Deliveries that the plug-in must survive -------------------------------
 
 // Keeps the delivery callback that the module registers, to call it as a
