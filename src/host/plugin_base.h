@@ -223,11 +223,11 @@ class PluginBase : public SubscriptionInterface {
             FailAwait(std::future_error(std::future_errc::no_state));
         }
         const ModuleLife life = Life();
-        bool waiting = false;
+        std::string label;  // the host may read it until EndWait
         while (future.wait_for(std::chrono::seconds(0)) != std::future_status::ready) {
-            if (!waiting) {
-                BeginWait(FormatMessage("Wait: future<%1>", {StaticType::Name<MaybeType<Failure, T>>()}), 0);
-                waiting = true;
+            if (label.empty()) {
+                label = FormatMessage("Wait: future<%1>", {StaticType::Name<MaybeType<Failure, T>>()});
+                BeginWait(label, 0);
             }
             YieldToHost();
             if (!life.Alive()) {
@@ -237,7 +237,7 @@ class PluginBase : public SubscriptionInterface {
                 FailAwait(std::future_error(std::future_errc::broken_promise));
             }
         }
-        if (waiting) {
+        if (!label.empty()) {
             EndWait();
         }
         try {
@@ -298,9 +298,10 @@ class PluginBase : public SubscriptionInterface {
     template <class Record>
     void RegisterHostEventHandler(const std::string& name, std::function<void(const Record&)> handler,
                                   std::uint32_t flag) {
-        hostEventHandlers_.insert_or_assign(name,
-                                            std::make_shared<const TypedHostEventHandler<Record>>(std::move(handler)));
-        SubscribeHostEventHandler(name, flag);
+        const auto entry = hostEventHandlers_.insert_or_assign(
+            name, std::make_shared<const TypedHostEventHandler<Record>>(std::move(handler)));
+        // The table's copy of the name lives as long as the registration, so the host may keep it.
+        SubscribeHostEventHandler(entry.first->first, flag);
     }
     void SubscribeHostEventHandler(const std::string& name, std::uint32_t flag);
     static void DeliverHostEvent(const HostEvent* event) noexcept;

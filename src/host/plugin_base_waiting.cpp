@@ -30,8 +30,8 @@ void PluginBase::Yield() {
 void PluginBase::Schedule(const std::string& label, std::function<void()> callable, std::uint64_t deadline) {
     const std::uint64_t now = platform::MonotonicNanoseconds();
     const double delaySeconds = deadline > now ? static_cast<double>(deadline - now) * 1e-9 : 0.0;
-    ScheduledCallback& entry = scheduled_.Add(*this, std::move(callable));
-    ScheduleCallback(label.c_str(), &RunScheduledCallback, &entry, delaySeconds, 0);
+    ScheduledCallback& entry = scheduled_.Add(*this, label, std::move(callable));
+    ScheduleCallback(entry.label.c_str(), &RunScheduledCallback, &entry, delaySeconds, 0);
 }
 
 void PluginBase::RunScheduledCallback(void* userData) noexcept {

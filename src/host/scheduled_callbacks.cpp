@@ -10,11 +10,12 @@ ScheduledCallbacks::~ScheduledCallbacks() {
     }
 }
 
-ScheduledCallback& ScheduledCallbacks::Add(PluginBase& module, std::function<void()> callable) {
+ScheduledCallback& ScheduledCallbacks::Add(PluginBase& module, std::string label, std::function<void()> callable) {
     const std::lock_guard lock(mutex_);
     const std::uint64_t id = nextId_++;
     ScheduledCallback& entry =
-        entries_.insert_or_assign(id, ScheduledCallback{&module, id, std::move(callable)}).first->second;
+        entries_.insert_or_assign(id, ScheduledCallback{&module, id, std::move(label), std::move(callable)})
+            .first->second;
     LiveScheduledCallbacks().Add(&entry);
     return entry;
 }

@@ -4,16 +4,19 @@
 #include <functional>
 #include <map>
 #include <mutex>
+#include <string>
 
 namespace wex {
 
 class PluginBase;
 
 // A callable waiting for the host's scheduler. Its address is the user data
-// of the host's callback, so it stays put until it has run.
+// of the host's callback and its label the host's to read, so both stay put
+// until it has run.
 struct ScheduledCallback {
     PluginBase* module;
     std::uint64_t id;
+    std::string label;
     std::function<void()> callable;
 };
 
@@ -27,7 +30,7 @@ class ScheduledCallbacks {
     ScheduledCallbacks& operator=(const ScheduledCallbacks&) = delete;
     ~ScheduledCallbacks();
 
-    ScheduledCallback& Add(PluginBase& module, std::function<void()> callable);
+    ScheduledCallback& Add(PluginBase& module, std::string label, std::function<void()> callable);
     void Remove(std::uint64_t id);
     std::size_t Count() const;
 

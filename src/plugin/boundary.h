@@ -151,26 +151,42 @@ typedef void (*HostEventCallback)(const HostEvent* event);
 typedef void (*HostScheduledCallback)(void* userData);
 
 /* The host's function table. Owned by the host; valid from Start until Stop
- * returns. Every entry takes the table's own address first. [host-thread] */
+ * returns. Every entry takes the table's own address first. [host-thread]
+ *
+ * Texts the plug-in passes are zero-terminated and owned by the plug-in. Unless
+ * an entry says longer, they are valid until the entry returns; the host copies
+ * what it keeps. Callbacks and user data are the plug-in's and valid until
+ * Stop; after Stop they refer to freed memory, and a plug-in that is called
+ * through them anyway drops the call with one log line. */
 typedef struct CoreApi {
-    /* Sends a request to the host or another plug-in; returns when response is filled. */
+    /* Sends a request to the host or another plug-in; returns when response is
+     * filled. The request and its texts are valid until the entry returns; the
+     * response is the host's to fill and the plug-in's to release. */
     void (*SendRequest)(const struct CoreApi* api, HostResponse* response, const HostRequest* request);
     /* Not called by this plug-in; its meaning is the host's. */
     uint32_t (*CoreEntry1)(const struct CoreApi* api, uint32_t first, uint32_t second);
-    /* Publishes an event. */
+    /* Publishes an event; the event and its payload are valid until the entry returns. */
     void (*SendEvent)(const struct CoreApi* api, const HostEvent* event);
-    /* Registers callback for the named event; flag is 0 for resource events, 1 otherwise. */
+    /* Registers callback for the named event; flag is 0 for resource events, 1
+     * otherwise. name stays valid until the UnsubscribeHostEvent of that name
+     * returns, or until Stop, so the host may keep the pointer. */
     void (*SubscribeHostEvent)(const struct CoreApi* api, const char* name, uint32_t hostContext,
                                HostEventCallback callback, void* userData, uint32_t flag);
+    /* name is valid until the entry returns. */
     void (*UnsubscribeHostEvent)(const struct CoreApi* api, const char* name, uint32_t hostContext);
-    /* Runs callback(userData) on the host's scheduler after delaySeconds; flag is always 0. */
+    /* Runs callback(userData) once on the host's scheduler after delaySeconds;
+     * flag is always 0. label stays valid until the callback has run, or until
+     * Stop. */
     void (*ScheduleCallback)(const struct CoreApi* api, const char* label, HostScheduledCallback callback,
                              void* userData, double delaySeconds, uint32_t flag);
     /* Gives the host one turn: it may deliver events and requests before returning. */
     void (*YieldToHost)(const struct CoreApi* api);
+    /* Opens a wait, during which the plug-in yields; label stays valid until
+     * the matching EndWait returns. */
     void (*BeginWait)(const struct CoreApi* api, const char* label, uint32_t zero);
     void (*EndWait)(const struct CoreApi* api);
-    /* level: 0 OKAY, 1 WARN, 2 ERROR, 3 ALWAYS; text is a finished log line. */
+    /* level: 0 OKAY, 1 WARN, 2 ERROR, 3 ALWAYS; text is a finished log line,
+     * valid until the entry returns. */
     void (*Log)(const struct CoreApi* api, int32_t level, const char* text);
 } CoreApi;
 

@@ -12,6 +12,7 @@ namespace tav::test {
 namespace {
 
 using host::ServerAnswer;
+using wex::BindingProperty;
 using wex::Failure;
 using wex::MaybeType;
 using IntResult = MaybeType<Failure, int>;
@@ -112,6 +113,56 @@ TEST_F(WaitingTest, FinalizeLeavesScheduledCallbacksToRun) {
     module.Finalize();
     Host().RunTurn();
     EXPECT_TRUE(ran);
+}
+
+// Keeps the texts that the module hands the host as pointers, as a host may,
+// and reads them as late as the host may: under the asan preset a text that
+// died earlier fails the test.
+class TextKeepingModule : public HostTestModule {
+  public:
+    void SubscribeHostEvent(const char* name, std::uint32_t hostContext, HostEventCallback callback, void* userData,
+                            std::uint32_t flag) override {
+        eventName = name;
+        AppModule::SubscribeHostEvent(name, hostContext, callback, userData, flag);
+    }
+    void ScheduleCallback(const char* label, HostScheduledCallback callback, void* userData, double delaySeconds,
+                          std::uint32_t flag) override {
+        scheduleLabel = label;
+        AppModule::ScheduleCallback(label, callback, userData, delaySeconds, flag);
+    }
+    void BeginWait(const std::string& label, std::uint32_t zero) override {
+        waitLabel = label.c_str();
+        AppModule::BeginWait(label, zero);
+    }
+    void EndWait() override {
+        seen.push_back(waitLabel);
+        AppModule::EndWait();
+    }
+    const char* eventName = nullptr;
+    const char* scheduleLabel = nullptr;
+    const char* waitLabel = nullptr;
+    std::vector<std::string> seen;
+};
+
+TEST(HostTexts, LiveAsLongAsTheHostMayReadThem) {
+    HostedModule<TextKeepingModule> hosted;
+    ASSERT_TRUE(hosted.Start());
+    TextKeepingModule& module = hosted.module();
+    module.Observe<BindingProperty>("/tav-test/v1/entry/with/a/long/name", [](auto, const BindingProperty&) {});
+    EXPECT_STREQ(module.eventName, "OnJsonApiEvent_tav-test_v1_entry");
+
+    std::promise<IntResult> promise;
+    module.Schedule(
+        std::string("a label longer than sixteen bytes"),
+        [&] {
+            module.seen.push_back(module.scheduleLabel);
+            promise.set_value(1);
+        },
+        0);
+    ASSERT_TRUE(module.Await(promise.get_future()).HasValue());
+    EXPECT_EQ(module.seen,
+              (std::vector<std::string>{"a label longer than sixteen bytes",
+                                        std::string("Wait: future<") + wex::StaticType::Name<IntResult>() + ">"}));
 }
 
 // Not started, so that the log still writes to standard error.
