@@ -99,6 +99,7 @@ TEST(LibraryBoundary, CallsAfterStopAreDroppedWithOneLineEach) {
     const HostEndpointRecord* const endpoint = library.loadInfo().apiTable->endpoints;
     const HostEndpointFunction entry = endpoint->entry;
     const HostEndpointContext* const context = endpoint->context;
+    const std::uint32_t method = endpoint->method;
     host.PushServerMessage("com.orvelsoft.platform.messaging.persistence.SimpleDialogMessage", "{}");
     host.RunTurn();  // the message's handler is scheduled for the next turn, which never comes
     ASSERT_FALSE(host.Records().schedules.empty());
@@ -113,7 +114,7 @@ TEST(LibraryBoundary, CallsAfterStopAreDroppedWithOneLineEach) {
     event.userData = subscription.userData;
     subscription.callback(&event);
     HostRequest request{};
-    request.method = endpoint->method;
+    request.method = method;
     request.path = "/tav-leagues/v2/notifications";
     request.endpointContext = context;
     HostResponse response{};
@@ -121,7 +122,8 @@ TEST(LibraryBoundary, CallsAfterStopAreDroppedWithOneLineEach) {
     const std::string log = testing::internal::GetCapturedStderr();
 
     EXPECT_STREQ(response.error, "The plug-in has stopped");
-    EXPECT_EQ(response.status, 503u);
+    const std::uint32_t status = response.status;  // packed: copied before gtest binds a reference
+    EXPECT_EQ(status, 503u);
     response.release(&response);
     std::vector<std::string> messages;
     std::istringstream lines(log);
