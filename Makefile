@@ -1,5 +1,5 @@
 # make deps | make run [RUN_ARGS="..."] | make test | make bench | make fuzz
-# make windows   (the platform's own target; README, "Targets")
+# make windows | make test32   (the platform's own targets; README, "Targets")
 # Every target installs the Debian packages it needs first (as root, or through sudo).
 
 PACKAGES := cmake ninja-build pkg-config g++ g++-multilib clang libclang-rt-14-dev \
@@ -14,7 +14,7 @@ JOBS ?= $(shell nproc)
 FUZZ_SECONDS ?= 180
 RUN_ARGS ?=
 
-.PHONY: deps deps-targets configure build test run bench fuzz windows clean
+.PHONY: deps deps-targets configure build test run bench fuzz windows test32 clean
 
 # $(call install-missing,PACKAGES)
 define install-missing
@@ -90,5 +90,11 @@ windows: deps-targets $(LIBYAML_SOURCE)/CMakeLists.txt
 	cmake --build --preset windows -j $(JOBS)
 	ctest --preset windows
 
+# The framework, the plug-in and the unit and end-to-end tests built with -m32 and run.
+test32: deps-targets $(LIBYAML_SOURCE)/CMakeLists.txt
+	cmake --preset test32
+	cmake --build --preset test32 -j $(JOBS)
+	ctest --preset test32 -j $(JOBS)
+
 clean:
-	rm -rf build build-asan build-bench build-fuzz build-windows build-deps
+	rm -rf build build-asan build-bench build-fuzz build-windows build-test32 build-deps
