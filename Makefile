@@ -1,5 +1,5 @@
 # make deps | make run [RUN_ARGS="..."] | make test | make bench | make fuzz
-# make windows | make test32   (the platform's own targets; README, "Targets")
+# make windows | make test32 | make test-windows   (the other targets; README, "Targets")
 # Every target installs the Debian packages it needs first (as root, or through sudo).
 
 PACKAGES := cmake ninja-build pkg-config g++ g++-multilib clang libclang-rt-14-dev \
@@ -14,7 +14,7 @@ JOBS ?= $(shell nproc)
 FUZZ_SECONDS ?= 180
 RUN_ARGS ?=
 
-.PHONY: deps deps-targets configure build test run bench fuzz windows test32 clean
+.PHONY: deps deps-targets configure build test run bench fuzz windows test32 test-windows clean
 
 # $(call install-missing,PACKAGES)
 define install-missing
@@ -96,5 +96,11 @@ test32: deps-targets $(LIBYAML_SOURCE)/CMakeLists.txt
 	cmake --build --preset test32 -j $(JOBS)
 	ctest --preset test32 -j $(JOBS)
 
+# The unit and end-to-end tests for 64-bit Windows, run under wine64.
+test-windows: deps-targets $(LIBYAML_SOURCE)/CMakeLists.txt
+	cmake --preset test-windows
+	cmake --build --preset test-windows -j $(JOBS)
+	ctest --preset test-windows -j $(JOBS)
+
 clean:
-	rm -rf build build-asan build-bench build-fuzz build-windows build-test32 build-deps
+	rm -rf build build-asan build-bench build-fuzz build-windows build-test32 build-test-windows build-deps
