@@ -51,7 +51,7 @@ deps-targets:
 	}
 
 # libyaml's Debian sources, fetched at build time and never committed; shared by the other targets.
-$(LIBYAML_SOURCE)/CMakeLists.txt:
+$(LIBYAML_SOURCE)/CMakeLists.txt: | deps-targets
 	rm -rf build-deps/fetch && mkdir -p build-deps/fetch
 	cd build-deps/fetch && apt-get source libyaml
 	rm -rf $(LIBYAML_SOURCE) && mv build-deps/fetch/libyaml-*/ $(LIBYAML_SOURCE) && rm -rf build-deps/fetch
