@@ -1,19 +1,25 @@
 # make deps | make run [RUN_ARGS="..."] | make test | make bench | make fuzz
+# make windows | make test32 | make test-windows   (the other targets; README, "Targets")
 # Every target installs the Debian packages it needs first (as root, or through sudo).
 
 PACKAGES := cmake ninja-build pkg-config g++ g++-multilib clang libclang-rt-14-dev \
             rapidjson-dev libyaml-dev libgtest-dev libgmock-dev libbenchmark-dev \
             libcpp-httplib-dev libcli11-dev nlohmann-json3-dev libmsgpack-dev libyaml-cpp-dev
+# The other targets build libyaml and GoogleTest from their sources (dpkg-dev unpacks libyaml's).
+TARGET_PACKAGES := cmake ninja-build g++-multilib rapidjson-dev libgtest-dev libgmock-dev dpkg-dev \
+                   g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix wine64
+LIBYAML_SOURCE := build-deps/libyaml
 SUDO := $(shell [ "$$(id -u)" -eq 0 ] || echo sudo)
 JOBS ?= $(shell nproc)
 FUZZ_SECONDS ?= 180
 RUN_ARGS ?=
 
-.PHONY: deps configure build test run bench fuzz clean
+.PHONY: deps deps-targets configure build test run bench fuzz windows test32 test-windows clean
 
-deps:
+# $(call install-missing,PACKAGES)
+define install-missing
 	@missing=""; \
-	for p in $(PACKAGES); do \
+	for p in $(1); do \
 	    dpkg-query -W -f='$${Status}\n' $$p 2>/dev/null | grep -q '^install ok installed$$' || missing="$$missing $$p"; \
 	done; \
 	if [ -n "$$missing" ]; then \
@@ -21,6 +27,34 @@ deps:
 	    $(SUDO) apt-get update && \
 	    DEBIAN_FRONTEND=noninteractive $(SUDO) apt-get install -y --no-install-recommends $$missing; \
 	fi
+endef
+
+deps:
+	$(call install-missing,$(PACKAGES))
+
+# Besides the packages, source entries for `apt-get source`: the machine's own
+# package entries copied with the source type, when it has none yet.
+deps-targets:
+	$(call install-missing,$(TARGET_PACKAGES))
+	@apt-cache showsrc libyaml >/dev/null 2>&1 || { \
+	    echo "Adding source entries beside the machine's package entries"; \
+	    out=/etc/apt/sources.list.d/tav-deb-src; \
+	    for f in /etc/apt/sources.list.d/*.sources; do \
+	        [ -e "$$f" ] && [ "$$f" != "$$out.sources" ] || continue; \
+	        sed 's/^Types:.*/Types: deb-src/' "$$f"; echo; \
+	    done | $(SUDO) tee $$out.sources >/dev/null; \
+	    for f in /etc/apt/sources.list /etc/apt/sources.list.d/*.list; do \
+	        [ -e "$$f" ] && [ "$$f" != "$$out.list" ] || continue; \
+	        sed -n 's/^[[:space:]]*deb[[:space:]]/deb-src /p' "$$f"; \
+	    done | $(SUDO) tee $$out.list >/dev/null; \
+	    $(SUDO) apt-get update; \
+	}
+
+# libyaml's Debian sources, fetched at build time and never committed; shared by the other targets.
+$(LIBYAML_SOURCE)/CMakeLists.txt: | deps-targets
+	rm -rf build-deps/fetch && mkdir -p build-deps/fetch
+	cd build-deps/fetch && apt-get source libyaml
+	rm -rf $(LIBYAML_SOURCE) && mv build-deps/fetch/libyaml-*/ $(LIBYAML_SOURCE) && rm -rf build-deps/fetch
 
 configure: deps
 	cmake --preset dev
@@ -50,5 +84,23 @@ fuzz: deps
 	    "$$f" -max_total_time=$(FUZZ_SECONDS) -print_final_stats=1 build-fuzz/corpus/$$name $$seeds; \
 	done
 
+# The plug-in for the platform: wex-be-tav-leagues.dll, PE32 for i386; its export and import tables checked.
+windows: deps-targets $(LIBYAML_SOURCE)/CMakeLists.txt
+	cmake --preset windows
+	cmake --build --preset windows -j $(JOBS)
+	ctest --preset windows
+
+# The framework, the plug-in and the unit and end-to-end tests built with -m32 and run.
+test32: deps-targets $(LIBYAML_SOURCE)/CMakeLists.txt
+	cmake --preset test32
+	cmake --build --preset test32 -j $(JOBS)
+	ctest --preset test32 -j $(JOBS)
+
+# The unit and end-to-end tests for 64-bit Windows, run under wine64.
+test-windows: deps-targets $(LIBYAML_SOURCE)/CMakeLists.txt
+	cmake --preset test-windows
+	cmake --build --preset test-windows -j $(JOBS)
+	ctest --preset test-windows -j $(JOBS)
+
 clean:
-	rm -rf build build-asan build-bench build-fuzz
+	rm -rf build build-asan build-bench build-fuzz build-windows build-test32 build-test-windows build-deps

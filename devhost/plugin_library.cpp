@@ -1,21 +1,11 @@
 #include "plugin_library.h"
 
-#include <dlfcn.h>
-
 #include <charconv>
 
 #include "address_sanitizer.h"
+#include "platform/dynamic_library.h"
 
 namespace tav::host {
-
-namespace {
-
-// The plug-in's own runtime keeps an exception pool for the life of the
-// library. Under the leak checker the library stays mapped after dlclose, so
-// that pool stays reachable instead of being reported as a leak.
-constexpr int kOpenFlags = RTLD_NOW | RTLD_LOCAL | (kUnderAddressSanitizer ? RTLD_NODELETE : 0);
-
-}  // namespace
 
 std::string CoreVersion::ToString() const {
     return std::to_string(major) + "." + std::to_string(minor) + "." + std::to_string(patch);
@@ -55,18 +45,21 @@ MemoryCounters ReadMemoryCounters(const MemoryStats& stats) {
 PluginLibrary::~PluginLibrary() {
     Stop();
     if (handle_ != nullptr) {
-        dlclose(handle_);
+        wex::platform::CloseDynamicLibrary(handle_);
     }
 }
 
 bool PluginLibrary::Open(const std::string& path) {
-    handle_ = dlopen(path.c_str(), kOpenFlags);
+    // The plug-in's own runtime keeps an exception pool for the life of the
+    // library. Under the leak checker the library stays mapped after it is
+    // closed, so that pool stays reachable instead of being reported as a leak.
+    std::string reason;
+    handle_ = wex::platform::OpenDynamicLibrary(path, kUnderAddressSanitizer, reason);
     if (handle_ == nullptr) {
-        const char* reason = dlerror();
-        error_ = "cannot load " + path + ": " + (reason != nullptr ? reason : "unknown error");
+        error_ = "cannot load " + path + ": " + reason;
         return false;
     }
-    entry_ = reinterpret_cast<PluginLoadFunction>(dlsym(handle_, "load_tav_leagues"));
+    entry_ = reinterpret_cast<PluginLoadFunction>(wex::platform::FindLibraryFunction(handle_, "load_tav_leagues"));
     if (entry_ == nullptr) {
         error_ = path + " does not export load_tav_leagues";
         return false;

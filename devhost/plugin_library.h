@@ -33,7 +33,7 @@ struct MemoryCounters {
 
 MemoryCounters ReadMemoryCounters(const MemoryStats& stats);
 
-// A plug-in loaded as the platform's core process loads it: dlopen, the one
+// A plug-in loaded as the platform's core process loads it: opened, the one
 // exported entry, then the three callbacks it hands back.
 class PluginLibrary {
   public:

@@ -2,12 +2,12 @@
 // allocation functions (-Wl,--wrap=...), so every allocation made by code
 // inside the library (its own, the statically linked C++ runtime's and
 // libyaml's) passes through these functions and the library's counters,
-// while the host's allocations do not.
-#include <malloc.h>
-
+// while the host's allocations do not. The aligned allocation functions that
+// only some systems have are wrapped in src/platform/.
 #include <cstdlib>
 #include <cstring>
 
+#include "platform/allocated_size.h"
 #include "plugin/memory_accounting.h"
 
 extern "C" {
@@ -16,13 +16,11 @@ void* __real_calloc(std::size_t count, std::size_t size);
 void* __real_realloc(void* block, std::size_t size);
 void __real_free(void* block);
 char* __real_strdup(const char* text);
-int __real_posix_memalign(void** block, std::size_t alignment, std::size_t size);
-void* __real_aligned_alloc(std::size_t alignment, std::size_t size);
 }
 
 namespace {
 
-std::size_t BlockSize(void* block) { return block != nullptr ? malloc_usable_size(block) : 0; }
+std::size_t BlockSize(void* block) { return wex::platform::AllocatedSize(block); }
 
 void* CountAllocation(void* block) {
     wex::MemoryAccounting::Library().OnAllocate(BlockSize(block));
@@ -38,16 +36,6 @@ void* __wrap_malloc(std::size_t size) { return CountAllocation(__real_malloc(siz
 void* __wrap_calloc(std::size_t count, std::size_t size) { return CountAllocation(__real_calloc(count, size)); }
 
 char* __wrap_strdup(const char* text) { return static_cast<char*>(CountAllocation(__real_strdup(text))); }
-
-void* __wrap_aligned_alloc(std::size_t alignment, std::size_t size) {
-    return CountAllocation(__real_aligned_alloc(alignment, size));
-}
-
-int __wrap_posix_memalign(void** block, std::size_t alignment, std::size_t size) {
-    const int result = __real_posix_memalign(block, alignment, size);
-    CountAllocation(result == 0 ? *block : nullptr);
-    return result;
-}
 
 void* __wrap_realloc(void* block, std::size_t size) {
     const std::size_t oldSize = BlockSize(block);

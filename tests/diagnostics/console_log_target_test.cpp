@@ -2,7 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+
 #include "log_test_fixture.h"
+#include "platform/monotonic_clock.h"
 
 namespace wex::test {
 namespace {
@@ -32,22 +39,26 @@ TEST_F(ConsoleLogTarget, DebuggerTargetWritesTheWholeLineAtOnce) {
 }
 
 TEST_F(ConsoleLogTarget, StandardOutputFlushesEachLineWhenAsked) {
-    StdOutLogTarget target;
-    CapturedStream stream;
-    // A fully buffered stream shows nothing in the file until flushed.
+    // A fully buffered stream shows nothing in its file until flushed; the file
+    // is read back through a handle of its own.
+    const std::filesystem::path path = std::filesystem::temp_directory_path() /
+                                       ("tav-flush-" + std::to_string(platform::MonotonicNanoseconds()) + ".txt");
+    std::FILE* file = std::fopen(path.string().c_str(), "wb+");
+    ASSERT_NE(file, nullptr) << path;
     static char buffer[BUFSIZ];
-    std::setvbuf(stream.File(), buffer, _IOFBF, sizeof buffer);
-    target.SetStream(stream.File());
+    std::setvbuf(file, buffer, _IOFBF, sizeof buffer);
+    StdOutLogTarget target;
+    target.SetStream(file);
     target.SetFlushEachLine(true);
     LogRecord record;
     record.message = "flushed";
     target.Write(record);
-    std::FILE* reader = std::fopen(("/proc/self/fd/" + std::to_string(fileno(stream.File()))).c_str(), "r");
-    ASSERT_NE(reader, nullptr);
-    char text[16] = {};
-    EXPECT_EQ(std::fread(text, 1, sizeof text - 1, reader), 8u);
-    EXPECT_STREQ(text, "flushed\n");
-    std::fclose(reader);
+    std::ifstream reader(path, std::ios::binary);
+    const std::string text{std::istreambuf_iterator<char>(reader), std::istreambuf_iterator<char>()};
+    reader.close();
+    std::fclose(file);
+    std::filesystem::remove(path);
+    EXPECT_EQ(text, "flushed\n");
 }
 
 }  // namespace

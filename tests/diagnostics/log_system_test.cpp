@@ -48,7 +48,7 @@ TEST_F(LogSystemDefaults, WarnRecordOfDbgGoesToStandardErrorAndDebugger) {
 }
 
 TEST_F(LogSystemDefaults, ExecutableNameIsTheFileNameOfTheTestBinary) {
-    EXPECT_STREQ(LogExecutableName(), "test_diagnostics");
+    EXPECT_STREQ(LogExecutableName(), "test_diagnostics" TAV_EXECUTABLE_SUFFIX);
 }
 
 TEST_F(LogSystemDefaults, OkayIsBelowTheMinimumAndXtrIsExcludedAtAnyLevel) {

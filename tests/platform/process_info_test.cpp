@@ -2,6 +2,7 @@
 
 #include <ctime>
 #include <set>
+#include <string>
 #include <thread>
 #include <vector>
 
@@ -13,9 +14,19 @@
 namespace wex::platform {
 namespace {
 
+#ifdef _WIN32
+TEST(ExecutableName, IsTheFullPathOfTheRunningBinary) {
+    const std::string name = ExecutableName();
+    const std::string file = "\\test_platform.exe";
+    ASSERT_GT(name.size(), file.size()) << name;
+    EXPECT_EQ(name.substr(name.size() - file.size()), file);
+    EXPECT_EQ(name.substr(1, 2), ":\\") << name;
+}
+#else
 TEST(ExecutableName, IsTheBaseNameOfTheRunningBinary) {
     EXPECT_EQ(ExecutableName(), "test_platform");
 }
+#endif
 
 TEST(CurrentThreadId, IsStableOnAThreadAndDiffersBetweenThreads) {
     const void* mine = CurrentThreadId();

@@ -11,9 +11,10 @@
 
 namespace tav::test {
 
-// The built plug-in, loaded with dlopen through its one entry and started by
-// a simulated host whose game server answers service-proxy calls a few host
-// turns after they were made, so every wait of the plug-in is a real one.
+// The built plug-in, opened as a shared library, loaded through its one entry
+// and started by a simulated host whose game server answers service-proxy
+// calls a few host turns after they were made, so every wait of the plug-in is
+// a real one.
 class StartedLeaguePlugin {
   public:
     static constexpr int kServerTurns = 3;
