@@ -23,6 +23,18 @@ bool Authorized(const httplib::Request& request, const std::string& token) {
            request.get_param_value("token") == token;
 }
 
+// A request that announces no body by Content-Length or Transfer-Encoding has none (RFC 9112, 6.3), where
+// the server library would wait for one until its read timeout and then answer 400. False when reading fails.
+bool ReadBody(const httplib::Request& request, const httplib::ContentReader& reader, std::string& body) {
+    if (!request.has_header("Content-Length") && !request.has_header("Transfer-Encoding")) {
+        return true;
+    }
+    return reader([&body](const char* data, std::size_t length) {
+        body.append(data, length);
+        return true;
+    });
+}
+
 // Streams events from the one published next; comments in between find a reader that has gone.
 void StreamEvents(EventStream& events, httplib::Response& response) {
     response.set_header("Cache-Control", "no-cache");
@@ -65,7 +77,7 @@ HttpGateway::~HttpGateway() {
 }
 
 void HttpGateway::Route() {
-    const auto handle = [this](const httplib::Request& request, httplib::Response& response) {
+    const auto handle = [this](const httplib::Request& request, httplib::Response& response, const std::string& body) {
         if (!Authorized(request, options_.accessToken)) {
             Write(response, HttpAnswer::Failure(401,
                                                 "This tav-host needs the access token it printed at start, "
@@ -79,7 +91,6 @@ void HttpGateway::Route() {
         const std::string method = request.method;
         const std::string path = request.path;
         const std::string target = request.target;
-        const std::string body = request.body;
         const std::string contentType = request.get_header_value("Content-Type");
         HostSession& session = session_;
         const bool control = path.rfind(kControlPrefix, 0) == 0;
@@ -93,12 +104,24 @@ void HttpGateway::Route() {
         }
         Write(response, answer.get());
     };
-    server_->Get(".*", handle);
-    server_->Post(".*", handle);
-    server_->Put(".*", handle);
-    server_->Delete(".*", handle);
-    server_->Patch(".*", handle);
-    server_->Options(".*", handle);
+    const auto withoutBody = [handle](const httplib::Request& request, httplib::Response& response) {
+        handle(request, response, {});
+    };
+    const auto withBody = [handle](const httplib::Request& request, httplib::Response& response,
+                                   const httplib::ContentReader& reader) {
+        std::string body;
+        if (!ReadBody(request, reader, body)) {
+            Write(response, HttpAnswer::Failure(400, "The request's body could not be read"));
+            return;
+        }
+        handle(request, response, body);
+    };
+    server_->Get(".*", withoutBody);
+    server_->Options(".*", withoutBody);
+    server_->Post(".*", withBody);
+    server_->Put(".*", withBody);
+    server_->Delete(".*", withBody);
+    server_->Patch(".*", withBody);
 }
 
 bool HttpGateway::Bind() {

@@ -1,5 +1,8 @@
+#include <arpa/inet.h>
 #include <gtest/gtest.h>
 #include <httplib.h>
+#include <sys/socket.h>
+#include <unistd.h>
 
 #include <atomic>
 #include <thread>
@@ -15,6 +18,39 @@ using tav::host::GatewayOptions;
 using tav::host::HostSession;
 using tav::test::DemoWorld;
 using tav::test::LiveHostTest;
+
+// A connection that sends its request as written, which the client library would amend; reads give up
+// after a second without data.
+class RawConnection {
+  public:
+    explicit RawConnection(int port) : socket_(socket(AF_INET, SOCK_STREAM, 0)) {
+        const timeval second{1, 0};
+        setsockopt(socket_, SOL_SOCKET, SO_RCVTIMEO, &second, sizeof second);
+        sockaddr_in address{};
+        address.sin_family = AF_INET;
+        address.sin_port = htons(static_cast<std::uint16_t>(port));
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        EXPECT_EQ(connect(socket_, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+    }
+    ~RawConnection() { close(socket_); }
+
+    // Sends request; answers what came back until it holds until (by default, until the peer closes) or a
+    // read gives up.
+    std::string Exchange(const std::string& request, std::string_view until = {}) {
+        EXPECT_EQ(send(socket_, request.data(), request.size(), 0), static_cast<ssize_t>(request.size()));
+        std::string received;
+        char buffer[4096];
+        ssize_t count = 0;
+        while ((until.empty() || received.find(until) == std::string::npos) &&
+               (count = recv(socket_, buffer, sizeof buffer, 0)) > 0) {
+            received.append(buffer, static_cast<std::size_t>(count));
+        }
+        return received;
+    }
+
+  private:
+    int socket_;
+};
 
 TEST_F(LiveHostTest, AnswersEveryKindOfRequestWithItsStatusAndJson) {
     Serve();
@@ -73,6 +109,34 @@ TEST_F(LiveHostTest, AnswersEveryKindOfRequestWithItsStatusAndJson) {
         if (row.answer != nullptr) {
             EXPECT_EQ(result->body, row.answer);
         }
+    }
+}
+
+TEST_F(LiveHostTest, TakesARequestWithoutContentLengthAsOneWithoutBody) {
+    Serve();
+    const struct {
+        const char* request;
+        const char* headersAndBody;
+        const char* answer;
+    } cases[] = {
+        {"POST /devhost/login", "\r\n", "204 No Content\r\n"},
+        {"POST /tav-leagues/v2/notifications/0/acknowledge", "\r\n", "204 No Content\r\n"},
+        {"PUT /devhost/gameflow", "\r\n",
+         "400 Bad Request\r\n"
+         R"({"message":"The gameflow needs a \"phase\", such as \"ChampSelect\"","status":400})"},
+        {"PUT /devhost/gameflow", "Transfer-Encoding: chunked\r\n\r\nzz\r\n",
+         "400 Bad Request\r\n"
+         R"({"message":"The request's body could not be read","status":400})"},
+    };
+    for (const auto& row : cases) {
+        SCOPED_TRACE(row.request);
+        RawConnection connection(live_->Port());
+        const std::string answer = connection.Exchange(
+            std::string(row.request) + " HTTP/1.1\r\nHost: tav\r\nConnection: close\r\n" + row.headersAndBody);
+        // The status line and the body; the headers between them are the server library's.
+        const std::size_t body = answer.find("\r\n\r\n");
+        ASSERT_NE(body, std::string::npos) << answer;
+        EXPECT_EQ(answer.substr(9, answer.find("\r\n") - 7) + answer.substr(body + 4), row.answer);
     }
 }
 
