@@ -69,6 +69,13 @@ HttpGateway::HttpGateway(HostSession& session, HostWorkQueue& queue, EventStream
       options_(std::move(options)),
       server_(std::make_unique<httplib::Server>()) {
     server_->new_task_queue = [] { return new httplib::ThreadPool(kServerThreads); };
+    // The library's default shares the port with any other server that asks the same (SO_REUSEPORT), so a
+    // second tav-host on a taken port would take every other request. Reusing the address alone still lets
+    // a restarted host bind while the last one's connections linger.
+    server_->set_socket_options([](socket_t socket) {
+        const int yes = 1;
+        setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
+    });
     Route();
 }
 

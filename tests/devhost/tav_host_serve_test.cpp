@@ -122,6 +122,19 @@ TEST(TavHostServe, ServesTheEightRoutesOfTheDemoWorldAndStopsOnInterrupt) {
     EXPECT_THAT(host.ReadUntil("  live:"), HasSubstr(" bytes"));
 }
 
+TEST(TavHostServe, RefusesAPortThatIsTaken) {
+    ServedHost first;
+    const std::string listening = first.ReadUntil("Listening on ");
+    const std::string port = listening.substr(listening.rfind(':') + 1, listening.size() - listening.rfind(':') - 2);
+    // Should the port be shared after all, the second host is stopped after two seconds.
+    const auto second =
+        tav::test::RunCommand("timeout -s INT 2 " + std::string(TAV_HOST_PATH) + " serve --port " + port);
+    EXPECT_EQ(second.exitCode, 1);
+    EXPECT_EQ(second.output, "tav-host: cannot listen on 127.0.0.1 port " + port +
+                                 ": another program has it, or the address is not this machine's (--port 0 takes any "
+                                 "free port)\n");
+}
+
 TEST(TavHostServe, RefusesAWorldFileThatIsNoWorld) {
     char path[] = "/tmp/tav-world-XXXXXX";
     const int file = mkstemp(path);
