@@ -1,4 +1,5 @@
 #include <arpa/inet.h>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <httplib.h>
 #include <sys/socket.h>
@@ -18,6 +19,7 @@ using tav::host::GatewayOptions;
 using tav::host::HostSession;
 using tav::test::DemoWorld;
 using tav::test::LiveHostTest;
+using ::testing::HasSubstr;
 
 // A connection that sends its request as written, which the client library would amend; reads give up
 // after a second without data.
@@ -168,7 +170,9 @@ TEST_F(LiveHostTest, DescribesTheApiTableAndTheMemory) {
 }
 
 TEST_F(LiveHostTest, NeedsTheTokenWhenItHasOne) {
-    Serve("s3cret");
+    GatewayOptions options;
+    options.accessToken = "s3cret";
+    Serve(options);
     const std::string refusal =
         R"({"message":"This tav-host needs the access token it printed at start, as \"Authorization: Bearer TOKEN\" )"
         R"(or \"?token=TOKEN\"","status":401})";
@@ -212,6 +216,26 @@ TEST_F(LiveHostTest, ASlowServerAnswerDoesNotHoldUpOtherRequests) {
     EXPECT_EQ(team->status, 200);
     EXPECT_TRUE(answeredFirst);
     EXPECT_EQ(slowStatus, 200);
+}
+
+TEST_F(LiveHostTest, ServesRequestsBesideAsManyEventStreamsAsItTakes) {
+    GatewayOptions options;
+    options.maxEventStreams = 20;
+    Serve(options);
+    const std::string request = "GET /devhost/events HTTP/1.1\r\nHost: tav\r\nConnection: close\r\n\r\n";
+    std::vector<std::unique_ptr<RawConnection>> streams;
+    for (int index = 0; index < 20; ++index) {
+        streams.push_back(std::make_unique<RawConnection>(live_->Port()));
+        ASSERT_THAT(streams.back()->Exchange(request, ": tav-host events\n\n"), HasSubstr("200 OK")) << index;
+    }
+    RawConnection refused(live_->Port());
+    EXPECT_THAT(refused.Exchange(request),
+                HasSubstr(R"({"message":"tav-host serves at most 20 event streams at once; close one to open )"
+                          R"(another","status":503})"));
+    client_->set_read_timeout(std::chrono::seconds(1));
+    const auto answer = client_->Get("/devhost/faults");
+    ASSERT_TRUE(answer);
+    EXPECT_EQ(answer->status, 200);
 }
 
 // The gateway alone, with the test standing in for the host's thread.

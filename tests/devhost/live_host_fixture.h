@@ -20,10 +20,8 @@ inline std::shared_ptr<const tav::host::LeagueWorld> DemoWorld() {
 // The plug-in on the demo world, served over HTTP on a free loopback port by a host thread of its own.
 class LiveHostTest : public ::testing::Test {
   protected:
-    void Serve(std::string token = {}) {
+    void Serve(tav::host::GatewayOptions options = {}) {
         ASSERT_TRUE(session_.Start(TAV_PLUGIN_PATH, {18, 0, 0})) << session_.Error();
-        tav::host::GatewayOptions options;
-        options.accessToken = std::move(token);
         live_ = std::make_unique<tav::host::LiveHost>(session_, options);
         ASSERT_TRUE(live_->Listen());
         hostThread_ = std::thread([this] { live_->Run(stop_); });
