@@ -1,6 +1,7 @@
 #include "http_gateway.h"
 
 #include <httplib.h>
+#include <strings.h>
 
 #include <condition_variable>
 #include <deque>
@@ -24,9 +25,34 @@ void Write(httplib::Response& response, const HttpAnswer& answer) {
     }
 }
 
+// The scheme of the Authorization header counts in any letter case (RFC 9110, 11.1).
 bool Authorized(const httplib::Request& request, const std::string& token) {
-    return token.empty() || request.get_header_value("Authorization") == "Bearer " + token ||
-           request.get_param_value("token") == token;
+    if (token.empty() || request.get_param_value("token") == token) {
+        return true;
+    }
+    const std::string authorization = request.get_header_value("Authorization");
+    const std::size_t space = authorization.find(' ');
+    return space != std::string::npos && strcasecmp(authorization.substr(0, space).c_str(), "Bearer") == 0 &&
+           authorization.substr(space + 1) == token;
+}
+
+// The target without its "token" arguments: the token is the host's, and the plug-in refuses arguments
+// that its routes do not name.
+std::string WithoutToken(const std::string& target) {
+    const std::size_t query = target.find('?');
+    if (query == std::string::npos) {
+        return target;
+    }
+    std::string kept;
+    for (std::size_t at = query + 1; at <= target.size();) {
+        const std::size_t end = std::min(target.find('&', at), target.size());
+        const std::string argument = target.substr(at, end - at);
+        if (argument.substr(0, argument.find('=')) != "token") {
+            kept += (kept.empty() ? "?" : "&") + argument;
+        }
+        at = end + 1;
+    }
+    return target.substr(0, query) + kept;
 }
 
 // A request that announces no body by Content-Length or Transfer-Encoding has none (RFC 9112, 6.3), where
@@ -181,7 +207,7 @@ void HttpGateway::Route() {
         }
         const std::string method = request.method;
         const std::string path = request.path;
-        const std::string target = request.target;
+        const std::string target = options_.accessToken.empty() ? request.target : WithoutToken(request.target);
         const std::string contentType = request.get_header_value("Content-Type");
         HostSession& session = session_;
         const bool control = path.rfind(kControlPrefix, 0) == 0;

@@ -169,29 +169,48 @@ TEST_F(LiveHostTest, DescribesTheApiTableAndTheMemory) {
     EXPECT_EQ(memory->body.rfind(R"({"allocatedBytes":)", 0), 0u) << memory->body;
 }
 
-TEST_F(LiveHostTest, NeedsTheTokenWhenItHasOne) {
+TEST_F(LiveHostTest, NeedsTheTokenWhenItHasOneAndKeepsItFromThePlugin) {
     GatewayOptions options;
     options.accessToken = "s3cret";
     Serve(options);
     const std::string refusal =
         R"({"message":"This tav-host needs the access token it printed at start, as \"Authorization: Bearer TOKEN\" )"
         R"(or \"?token=TOKEN\"","status":401})";
-    const auto bare = client_->Get("/devhost/faults");
-    ASSERT_TRUE(bare);
-    EXPECT_EQ(bare->status, 401);
-    EXPECT_EQ(bare->body, refusal);
-    const auto wrong = client_->Get("/devhost/faults", {{"Authorization", "Bearer s3cre"}});
-    ASSERT_TRUE(wrong);
-    EXPECT_EQ(wrong->status, 401);
-    const auto events = client_->Get("/devhost/events");
-    ASSERT_TRUE(events);
-    EXPECT_EQ(events->status, 401);
-    const auto bearer = client_->Get("/devhost/faults", {{"Authorization", "Bearer s3cret"}});
-    ASSERT_TRUE(bearer);
-    EXPECT_EQ(bearer->status, 200);
-    const auto query = client_->Get("/devhost/faults?token=s3cret");
-    ASSERT_TRUE(query);
-    EXPECT_EQ(query->status, 200);
+    const std::string tiers = R"([{"achievedTiers":[{"division":2,"queueType":"SOLO5V5","tier":"GOLD"}],)"
+                              R"("summonerId":1001}])";
+    const struct {
+        const char* path;
+        const char* authorization;
+        int status;
+        std::string answer;
+    } cases[] = {
+        {"/devhost/faults", nullptr, 401, refusal},
+        {"/devhost/events", nullptr, 401, refusal},
+        {"/devhost/faults", "Bearer s3cre", 401, refusal},
+        {"/devhost/faults", "Basic s3cret", 401, refusal},
+        {"/devhost/faults?token=s3cre", nullptr, 401, refusal},
+        {"/devhost/faults", "Bearer s3cret", 200, "[]"},
+        {"/devhost/faults", "bEARER s3cret", 200, "[]"},
+        {"/devhost/faults?token=s3cret", nullptr, 200, "[]"},
+        {"/tav-leagues/v2/tiers?token=s3cret&summonerIds.0=1001&queueTypes.0=SOLO5V5", nullptr, 200, tiers},
+        {"/tav-leagues/v2/tiers?summonerIds.0=1001&token=s3cret&queueTypes.0=SOLO5V5", nullptr, 200, tiers},
+        {"/tav-leagues/v2/tiers?summonerIds.0=1001&queueTypes.0=SOLO5V5&token=s3cret", nullptr, 200, tiers},
+        {"/tav-leagues/v2/tiers?summonerIds.0=1001&queueTypes.0=SOLO5V5", "Bearer s3cret", 200, tiers},
+        {"/tav-leagues/v1/summoner-leagues/1001?token=s3cret", nullptr, 200, ""},
+    };
+    for (const auto& row : cases) {
+        SCOPED_TRACE(std::string(row.path) + " " + (row.authorization != nullptr ? row.authorization : ""));
+        httplib::Headers headers;
+        if (row.authorization != nullptr) {
+            headers.emplace("Authorization", row.authorization);
+        }
+        const auto answer = client_->Get(row.path, headers);
+        ASSERT_TRUE(answer);
+        EXPECT_EQ(answer->status, row.status) << answer->body;
+        if (!row.answer.empty()) {
+            EXPECT_EQ(answer->body, row.answer);
+        }
+    }
 }
 
 TEST_F(LiveHostTest, ASlowServerAnswerDoesNotHoldUpOtherRequests) {
