@@ -107,8 +107,10 @@ HttpAnswer PushMessage(HostSession& session, const std::string& body) {
 
 HttpAnswer AdvanceClock(HostSession& session, const std::string& body) {
     const std::optional<double> seconds = NumberOf(ReadBody(body).Member("seconds"));
-    if (!seconds || !(*seconds >= 0.0)) {
-        throw BadRequest("The clock moves on by {\"seconds\": N}, N at least 0");
+    // A day at most: a step so large that the clock no longer tells one moment from the next would leave
+    // every timer due at once, for ever.
+    if (!seconds || !(*seconds > 0.0 && *seconds <= 86400.0)) {
+        throw BadRequest("The clock moves on by {\"seconds\": N}, N more than 0 and at most 86400");
     }
     session.Host().AdvanceClock(*seconds);
     return Json(Structure({{"now", Float(session.Host().Now())}}));

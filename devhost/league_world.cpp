@@ -274,6 +274,12 @@ LeagueWorld ReadWorld(const BindingProperty& root) {
     world.currentPlayer = ReadPlayerId(world, Required(root, "currentPlayer", ""), "currentPlayer");
     if (root.HasMember("tokenMinutes")) {
         world.tokenMinutes = ReadNumber(root.Member("tokenMinutes"), "tokenMinutes");
+        // A lifetime within the renewal margin would have every renewal due at once. Expiries are whole
+        // seconds, so one just above the margin would still be renewed every second.
+        if (!(world.tokenMinutes >= 2.0 && world.tokenMinutes <= 1440.0)) {
+            throw WorldError("tokenMinutes",
+                             "expected from 2 to 1440; the plug-in renews its tokens a minute before they expire");
+        }
     }
     ForEach(root, "leagues", "", [&](const BindingProperty& node, const std::string& path) {
         const std::uint64_t firstId = kGeneratedIds + world.leagues.size() * 100'000;

@@ -55,6 +55,8 @@ TEST(LeagueWorld, TheSameSeedGivesTheSameList) {
 
 TEST(LeagueWorld, NamesTheMemberAtFault) {
     const std::string players = kPlayers;
+    const std::string kTokenMinutes =
+        "tokenMinutes: expected from 2 to 1440; the plug-in renews its tokens a minute before they expire";
     const struct {
         std::string text;
         std::string error;
@@ -69,6 +71,10 @@ TEST(LeagueWorld, NamesTheMemberAtFault) {
          "players[0].summonerId: expected a whole number, 0 or more"},
         {"currentPlayer: 1\nplayers: {summonerId: 1}\n", "players: expected a sequence"},
         {players + "tokenMinutes: soon\n", "tokenMinutes: expected a number"},
+        {players + "tokenMinutes: 1.99\n", kTokenMinutes},
+        {players + "tokenMinutes: 0\n", kTokenMinutes},
+        {players + "tokenMinutes: -10\n", kTokenMinutes},
+        {players + "tokenMinutes: 1440.01\n", kTokenMinutes},
         {players + "leagues: [{name: L, queue: RANKED_TEAM, tier: GOLD}]\n",
          "leagues[0].queue: 'RANKED_TEAM' is none of RANKED_SOLO_5x5, RANKED_FLEX_SR, RANKED_FLEX_TT"},
         {players + "leagues: [{name: L, queue: RANKED_SOLO_5x5}]\n", "leagues[0].tier: missing"},
@@ -111,7 +117,7 @@ TEST(LeagueWorld, TakesTheBoundaryValues) {
 }
 
 TEST(LeagueWorld, ReadsTokenMinutesWholeOrFractional) {
-    for (const auto& [text, minutes] : {std::pair{"3", 3.0}, std::pair{"0.5", 0.5}, std::pair{"0", 0.0}}) {
+    for (const auto& [text, minutes] : {std::pair{"2", 2.0}, std::pair{"2.5", 2.5}, std::pair{"1440", 1440.0}}) {
         SCOPED_TRACE(text);
         const auto reading = ReadLeagueWorld(std::string(kPlayers) + "tokenMinutes: " + text + "\n");
         ASSERT_EQ(reading.error, "");

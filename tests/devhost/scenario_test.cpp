@@ -76,9 +76,10 @@ TEST_F(ScenarioTest, StopsAtTheFirstMismatchWithWhatDiffered) {
         {"- expect: {log: [Failed]}", "no log line contains \"Failed\""},
         {"- expect: {hostCalls: [SubscribeHostEvent OnNothing]}",
          "no host call contains \"SubscribeHostEvent OnNothing\""},
-        {"- advance: -1",
-         "POST /devhost/clock answered 400 {\"message\":\"The clock moves on by {\\\"seconds\\\": N}, N at least 0\","
-         "\"status\":400}"},
+        {"- advance: 0",
+         "POST /devhost/clock answered 400 {\"message\":\"The clock moves on by {\\\"seconds\\\": N}, N more than 0 "
+         "and at "
+         "most 86400\",\"status\":400}"},
         {"- dance: {}", "unknown step \"dance\""},
         {"- []", "a step is a mapping with one action, such as {login: {}}"},
     };
