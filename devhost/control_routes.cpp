@@ -116,6 +116,15 @@ HttpAnswer AdvanceClock(HostSession& session, const std::string& body) {
     return Json(Structure({{"now", Float(session.Host().Now())}}));
 }
 
+HttpAnswer SetNextTokenExpiry(HostSession& session, const std::string& body) {
+    const std::optional<double> seconds = NumberOf(ReadBody(body).Member("seconds"));
+    if (!seconds || !(*seconds >= 0.0 && *seconds <= 86400.0)) {
+        throw BadRequest("The next tokens expire {\"seconds\": N} after they are handed out, N from 0 to 86400");
+    }
+    session.Server().SetNextTokenExpiry(*seconds);
+    return Done();
+}
+
 HttpAnswer Journal(HostSession& session) {
     const HostRecords& records = session.Host().Records();
     BindingProperty calls = EmptyCollection();
@@ -218,6 +227,9 @@ HttpAnswer Route(HostSession& session, std::string_view method, const std::strin
     }
     if (method == "POST" && route == "clock") {
         return AdvanceClock(session, body);
+    }
+    if (method == "PUT" && route == "next-token-expiry") {
+        return SetNextTokenExpiry(session, body);
     }
     if (method == "GET" && route == "journal") {
         return Journal(session);

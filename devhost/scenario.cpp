@@ -138,6 +138,10 @@ std::string Player::Play(const BindingProperty& step) {
         Control("POST", "/devhost/clock", Structure({{"seconds", value}}));
         return "advance " + Text(value) + " s";
     }
+    if (name == "nextTokenExpiry") {
+        Control("PUT", "/devhost/next-token-expiry", Structure({{"seconds", value}}));
+        return "next tokens expire in " + Text(value) + " s";
+    }
     if (name == "fault") {
         const std::string call =
             std::string(value.Member("destination").AsString()) + "/" + std::string(value.Member("method").AsString());

@@ -58,6 +58,9 @@ TEST_F(LiveHostTest, AnswersEveryKindOfRequestWithItsStatusAndJson) {
     Serve();
     const char* kClockStep =
         R"({"message":"The clock moves on by {\"seconds\": N}, N more than 0 and at most 86400","status":400})";
+    const char* kTokenExpiry =
+        R"({"message":"The next tokens expire {\"seconds\": N} after they are handed out, N from 0 to 86400",)"
+        R"("status":400})";
     const struct {
         const char* method;
         const char* path;
@@ -86,6 +89,9 @@ TEST_F(LiveHostTest, AnswersEveryKindOfRequestWithItsStatusAndJson) {
         {"POST", "/devhost/clock", R"({"seconds":86400.5})", 400, kClockStep},
         {"POST", "/devhost/clock", R"({"seconds":"soon"})", 400, kClockStep},
         {"POST", "/devhost/clock", R"({"seconds":86400})", 200, nullptr},
+        {"PUT", "/devhost/next-token-expiry", R"({"seconds":-0.5})", 400, kTokenExpiry},
+        {"PUT", "/devhost/next-token-expiry", R"({"seconds":86400.5})", 400, kTokenExpiry},
+        {"PUT", "/devhost/next-token-expiry", R"({"seconds":0})", 204, ""},
         {"PUT", "/devhost/faults/leagues/getAllMyLeagues", R"({"delaySeconds":"soon"})", 400,
          R"({"message":"\"delaySeconds\" lies between 0 and 86400","status":400})"},
         {"POST", "/devhost/messages", R"({"typeName":"x"})", 400,
