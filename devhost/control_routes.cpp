@@ -234,6 +234,10 @@ HttpAnswer Route(HostSession& session, std::string_view method, const std::strin
     if (method == "GET" && route == "journal") {
         return Journal(session);
     }
+    if (method == "DELETE" && route == "journal") {
+        session.Host().ClearJournal();
+        return Done();
+    }
     if (method == "GET" && route == "log") {
         return LogLines(session);
     }

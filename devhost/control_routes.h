@@ -20,7 +20,7 @@ namespace tav::host {
 //                                             params given as objects travel as their JSON text
 //   POST   /devhost/clock                     {"seconds": 60} moves the scheduler's clock on (at most a day)
 //   PUT    /devhost/next-token-expiry         {"seconds": 30}: the next signed standings expire so soon
-//   GET    /devhost/journal                   the host calls and server calls of the plug-in
+//   GET|DELETE /devhost/journal               the host calls and server calls of the plug-in, or forget them
 //   GET    /devhost/log                       the log lines forwarded to the host
 //   GET    /devhost/memory                    the plug-in's memory counters
 //   GET|DELETE /devhost/faults                the faults set, or clear them all

@@ -8,11 +8,16 @@ namespace {
 // plug-in's wait, where it must not spin.
 constexpr std::chrono::milliseconds kIdleWait{20};
 constexpr std::chrono::milliseconds kWaitingTurn{1};
+// Of each kind of record (host calls, server calls, log lines, events), so that a host that runs all day
+// keeps its memory.
+constexpr std::size_t kRecordLimit = 10000;
 
 }  // namespace
 
 LiveHost::LiveHost(HostSession& session, GatewayOptions options)
-    : session_(session), gateway_(session, queue_, events_, std::move(options)) {}
+    : session_(session), gateway_(session, queue_, events_, std::move(options)) {
+    session_.Host().SetRecordLimit(kRecordLimit);
+}
 
 bool LiveHost::Listen() {
     return gateway_.Bind();

@@ -89,6 +89,11 @@ class SimulatedHost {
     // The current value of a resource; null when there is none.
     const wex::BindingProperty* Resource(const std::string& uri) const;
     void ClearRecords() { records_ = HostRecords(); }
+    // Forgets the journal and the server calls, what GET /devhost/journal shows.
+    void ClearJournal();
+    // Keeps at most limit entries in each list of the records: one that would hold more drops its oldest
+    // tenth. 0, the default, keeps everything.
+    void SetRecordLimit(std::size_t limit) { recordLimit_ = limit; }
     // Subscriptions in place now, by event name.
     std::size_t SubscriberCount(const std::string& name) const;
     // Responses of any simulated host that the plug-in has not released yet.
@@ -130,6 +135,8 @@ class SimulatedHost {
     void StartServiceProxyCall(HostResponse& response, const std::vector<wex::BindingProperty>& arguments,
                                bool uuidRequest);
     void Deliver(const std::string& name, const wex::BindingProperty& payload);
+    template <typename T>
+    void Record(std::vector<T>& list, T entry);
     void PublishResourceChange(const std::string& uri, const char* eventType, const wex::BindingProperty& data);
 
     Table table_{};
@@ -137,6 +144,7 @@ class SimulatedHost {
     const HostApiTable* apiTable_ = nullptr;
     HostLoop loop_;
     HostRecords records_;
+    std::size_t recordLimit_ = 0;
     std::vector<Subscriber> subscribers_;
     std::map<std::pair<std::uint32_t, std::string>, ScriptedAnswer> answers_;
     std::map<std::string, wex::BindingProperty, std::less<>> resources_;

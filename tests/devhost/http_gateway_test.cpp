@@ -106,6 +106,8 @@ TEST_F(LiveHostTest, AnswersEveryKindOfRequestWithItsStatusAndJson) {
          R"("method":"getAllMyLeagues","status":500}])"},
         {"DELETE", "/devhost/faults", "", 204, ""},
         {"GET", "/devhost/faults", "", 200, "[]"},
+        {"DELETE", "/devhost/journal", "", 204, ""},
+        {"GET", "/devhost/journal", "", 200, R"({"hostCalls":[],"serverCalls":[]})"},
     };
     for (const auto& row : cases) {
         SCOPED_TRACE(std::string(row.method) + " " + row.path + " " + row.body);

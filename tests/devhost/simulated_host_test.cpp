@@ -83,6 +83,17 @@ TEST_F(SimulatedHostTest, ResourcesAnswerTheirValueAndAnnounceChangesToSubscribe
               "Error response for GET /tav-test/v1/entry: Not found");
 }
 
+TEST_F(SimulatedHostTest, KeepsItsRecordsWithinTheLimitByDroppingTheOldestTenth) {
+    host.SetRecordLimit(20);
+    for (int index = 1; index <= 21; ++index) {
+        (void)hosted.module().Request<BindingProperty>(HostMethodGet, "/r" + std::to_string(index));
+    }
+    ASSERT_EQ(host.Records().journal.size(), 18u);
+    EXPECT_EQ(host.Records().journal.front(), "SendRequest GET /r4");
+    EXPECT_EQ(host.Records().requests.size(), 18u);
+    EXPECT_EQ(host.Records().requests.back().path, "/r21");
+}
+
 TEST_F(SimulatedHostTest, StoppingForgetsThePluginsSubscriptionsAndQueuedWork) {
     hosted.module().SubscribeToEvent("/tav-test/v1/entry");
     host.SetResource("/tav-test/v1/entry", "1");
