@@ -186,8 +186,8 @@ HttpAnswer SetFault(HostSession& session, const std::string& call, const std::st
     fault.status = static_cast<std::uint32_t>(value.Member("status").AsUInt64(500));
     const BindingProperty& delay = value.Member("delaySeconds");
     fault.delaySeconds = delay.IsEmpty() ? 0.0 : NumberOf(delay).value_or(-1.0);
-    if (!(fault.delaySeconds >= 0.0) || fault.delaySeconds > 86400.0) {
-        throw BadRequest("\"delaySeconds\" lies between 0 and 86400");
+    if (!(fault.delaySeconds >= 0.0 && fault.delaySeconds <= 600.0)) {
+        throw BadRequest("\"delaySeconds\" lies between 0 and 600");
     }
     session.Server().SetFault(call.substr(0, slash), call.substr(slash + 1), fault);
     return Done();

@@ -1,5 +1,7 @@
 #include "live_host.h"
 
+#include <cmath>
+
 namespace tav::host {
 
 namespace {
@@ -28,6 +30,9 @@ double LiveHost::WallSeconds() const {
 }
 
 void LiveHost::OnTurn() {
+    if (*stop_ && !stopping_) {
+        BeginStopping();
+    }
     const double wall = WallSeconds();
     session_.Host().MoveClockTo(session_.Host().Now() + (wall - lastWall_));
     lastWall_ = wall;
@@ -36,7 +41,20 @@ void LiveHost::OnTurn() {
     }
 }
 
-void LiveHost::Run(const std::atomic<bool>& stop) {
+// Runs in a turn, which may lie inside a wait of the plug-in: new requests are refused, and what a fault
+// holds back is delivered now, since the plug-in cannot be stopped before its wait ends.
+void LiveHost::BeginStopping() {
+    stopping_ = true;
+    queue_.Close();
+    for (const auto& [call, seconds] : session_.Host().ReleaseHeldAnswers()) {
+        *out_ << "Stopping: the plug-in waits for " << call << ", held " << std::lround(seconds)
+              << " s more by a fault; answering it now. Ctrl-C again quits at once." << std::endl;
+    }
+}
+
+void LiveHost::Run(const std::atomic<bool>& stop, std::ostream& out) {
+    stop_ = &stop;
+    out_ = &out;
     SimulatedHost& host = session_.Host();
     host.SetEventListener([this](const RecordedEvent& event) { events_.Publish(event); });
     host.SetTurnHook([this] { OnTurn(); });

@@ -71,7 +71,7 @@ int Serve(const ServeOptions& options, const std::atomic<bool>& stop, std::ostre
     const std::string host =
         options.address.find(':') != std::string::npos ? "[" + options.address + "]" : options.address;
     PrintWelcome(out, "http://" + host + ":" + std::to_string(live.Port()), gateway.accessToken, *world);
-    live.Run(stop);
+    live.Run(stop, out);
     session.Stop();
     out << "Stopped. Memory after stop:\n";
     PrintMemory(out, session.Library().Memory());

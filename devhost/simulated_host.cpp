@@ -365,7 +365,8 @@ void SimulatedHost::StartServiceProxyCall(HostResponse& response, const std::vec
     if (answer.turns == ServerAnswer::kDuringRequest) {
         Deliver(name, event);
     } else if (answer.turns != ServerAnswer::kNever) {
-        loop_.QueueAnswer(answer.turns, name, event, answer.delaySeconds);
+        loop_.QueueAnswer(answer.turns, name, event, answer.delaySeconds,
+                          std::string(service) + "." + std::string(method));
     }
     Fill(response, started);
 }

@@ -75,6 +75,9 @@ class SimulatedHost {
     std::size_t RunUntilIdle(std::size_t maxTurns = 100) { return loop_.RunUntilIdle(maxTurns); }
     void AdvanceClock(double seconds) { loop_.AdvanceClock(seconds); }
     double Now() const { return loop_.Now(); }
+    // Makes the server answers that a fault's delay holds due now; answers
+    // "destination.method" of each and the seconds it had still to wait.
+    std::vector<std::pair<std::string, double>> ReleaseHeldAnswers() { return loop_.ReleaseHeldAnswers(); }
 
     // ---- The plug-in's API -------------------------------------------------
 

@@ -5,6 +5,7 @@
 
 #include <atomic>
 #include <memory>
+#include <sstream>
 #include <thread>
 
 #include "live_host.h"
@@ -24,7 +25,7 @@ class LiveHostTest : public ::testing::Test {
         ASSERT_TRUE(session_.Start(TAV_PLUGIN_PATH, {18, 0, 0})) << session_.Error();
         live_ = std::make_unique<tav::host::LiveHost>(session_, options);
         ASSERT_TRUE(live_->Listen());
-        hostThread_ = std::thread([this] { live_->Run(stop_); });
+        hostThread_ = std::thread([this] { live_->Run(stop_, hostOutput_); });
         client_ = std::make_unique<httplib::Client>("127.0.0.1", live_->Port());
     }
 
@@ -38,6 +39,7 @@ class LiveHostTest : public ::testing::Test {
     tav::host::HostSession session_{DemoWorld()};
     std::unique_ptr<tav::host::LiveHost> live_;
     std::atomic<bool> stop_{false};
+    std::ostringstream hostOutput_;
     std::thread hostThread_;
     std::unique_ptr<httplib::Client> client_;
 };
