@@ -6,6 +6,7 @@
 #include "codec/json_reader.h"
 #include "codec/json_writer.h"
 #include "value_builders.h"
+#include "value_shape.h"
 
 namespace tav::host {
 
@@ -54,6 +55,7 @@ HttpAnswer SetGameflow(HostSession& session, const std::string& body) {
     if (phase.empty()) {
         throw BadRequest("The gameflow needs a \"phase\", such as \"ChampSelect\"");
     }
+    CheckName(value.Member("phase"), "phase", kGameflowPhases);
     session.Platform().SetGameflow(phase, TextMember(value, "queue", "RANKED_SOLO_5x5"));
     return Done();
 }
@@ -270,6 +272,8 @@ HttpAnswer ServeControl(HostSession& session, std::string_view method, const std
         session.Host().RunUntilIdle();
         return answer;
     } catch (const BadRequest& error) {
+        return HttpAnswer::Failure(400, error.what());
+    } catch (const ShapeError& error) {
         return HttpAnswer::Failure(400, error.what());
     } catch (const std::invalid_argument& error) {
         return HttpAnswer::Failure(400, error.what());

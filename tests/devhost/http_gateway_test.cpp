@@ -75,6 +75,10 @@ TEST_F(LiveHostTest, AnswersEveryKindOfRequestWithItsStatusAndJson) {
         {"PUT", "/devhost/gameflow", "{", 400, nullptr},
         {"PUT", "/devhost/gameflow", R"({"queue":"RANKED_SOLO_5x5"})", 400,
          R"({"message":"The gameflow needs a \"phase\", such as \"ChampSelect\"","status":400})"},
+        {"PUT", "/devhost/gameflow", R"({"phase":"Lobbyy"})", 400,
+         R"({"message":"phase: 'Lobbyy' is none of None, Lobby, Matchmaking, CheckedIntoTournament, ReadyCheck, )"
+         R"(ChampSelect, GameStart, FailedToLaunch, InProgress, Reconnect, WaitingForStats, PreEndOfGame, EndOfGame, )"
+         R"(TerminatedInError","status":400})"},
         {"PUT", "/devhost/gameflow", R"({"phase":"ChampSelect","queue":"RANKED_FLEX_SR"})", 204, ""},
         {"PUT", "/devhost/switches/darkMode", "true", 404,
          R"({"message":"No switch darkMode; the switches are leagueServiceEnabled and JWTEnabled","status":404})"},
