@@ -131,7 +131,9 @@ SimulatedHost::SimulatedHost(std::uint32_t hostContext)
 SimulatedHost::~SimulatedHost() = default;
 
 bool SimulatedHost::Start(PluginLibrary& plugin) {
-    apiTable_ = plugin.loadInfo().apiTable;
+    if (plugin.loadInfo().apiTable != nullptr) {
+        routes_.emplace(*plugin.loadInfo().apiTable);
+    }
     return plugin.Start(startInfo_);
 }
 
@@ -139,7 +141,7 @@ void SimulatedHost::Stop(PluginLibrary& plugin) {
     plugin.Stop();
     subscribers_.clear();
     loop_.Clear();
-    apiTable_ = nullptr;
+    routes_.reset();
 }
 
 // ---- Scripts ----------------------------------------------------------------
@@ -241,14 +243,14 @@ std::size_t SimulatedHost::SubscriberCount(const std::string& name) const {
 
 EndpointAnswer SimulatedHost::CallEndpoint(std::uint32_t method, const std::string& pathWithQuery,
                                            const std::string& body, const std::string& contentType) {
-    if (apiTable_ == nullptr) {
+    if (!routes_) {
         EndpointAnswer answer;
         answer.status = 404;
         answer.failed = true;
         answer.error = "No plug-in is started";
         return answer;
     }
-    return tav::host::CallEndpoint(*apiTable_, startInfo_.hostContext, method, pathWithQuery, body, contentType);
+    return tav::host::CallEndpoint(*routes_, startInfo_.hostContext, method, pathWithQuery, body, contentType);
 }
 
 // ---- The host's functions -----------------------------------------------------

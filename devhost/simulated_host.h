@@ -4,6 +4,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -144,7 +145,7 @@ class SimulatedHost {
 
     Table table_{};
     PluginStartInfo startInfo_{};
-    const HostApiTable* apiTable_ = nullptr;
+    std::optional<EndpointRoutes> routes_;  // of the started plug-in's API table
     HostLoop loop_;
     HostRecords records_;
     std::size_t recordLimit_ = 0;
