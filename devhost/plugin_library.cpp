@@ -1,8 +1,12 @@
 #include "plugin_library.h"
 
 #include <dlfcn.h>
+#include <unistd.h>
 
+#include <algorithm>
 #include <charconv>
+#include <csignal>
+#include <cstring>
 
 #include "address_sanitizer.h"
 
@@ -14,6 +18,35 @@ namespace {
 // library. Under the leak checker the library stays mapped after dlclose, so
 // that pool stays reachable instead of being reported as a leak.
 constexpr int kOpenFlags = RTLD_NOW | RTLD_LOCAL | (kUnderAddressSanitizer ? RTLD_NODELETE : 0);
+
+// The plug-in ends the process inside its entry to refuse a core version, and its assertion report alone
+// does not say how to go on. Set while the entry runs; the handler may only write what is ready.
+char abortNotice[256];
+std::size_t abortNoticeLength = 0;
+
+extern "C" void WriteAbortNotice(int) {
+    (void)!write(STDERR_FILENO, abortNotice, abortNoticeLength);
+}
+
+// Installs the notice for its lifetime. The handler returns, and abort then ends the process as before.
+class AbortNotice {
+  public:
+    explicit AbortNotice(const std::string& text) {
+        abortNoticeLength = std::min(text.size(), sizeof abortNotice);
+        std::memcpy(abortNotice, text.data(), abortNoticeLength);
+        struct sigaction notice {};
+        notice.sa_handler = WriteAbortNotice;
+        notice.sa_flags = SA_RESETHAND;
+        sigemptyset(&notice.sa_mask);
+        sigaction(SIGABRT, &notice, &previous_);
+    }
+    AbortNotice(const AbortNotice&) = delete;
+    AbortNotice& operator=(const AbortNotice&) = delete;
+    ~AbortNotice() { sigaction(SIGABRT, &previous_, nullptr); }
+
+  private:
+    struct sigaction previous_ {};
+};
 
 }  // namespace
 
@@ -83,7 +116,11 @@ bool PluginLibrary::Load(const CoreVersion& version) {
     loadInfo_.major = version.major;
     loadInfo_.minor = version.minor;
     loadInfo_.patch = version.patch;
-    context_ = entry_(&loadInfo_);
+    {
+        const AbortNotice notice("tav-host: the plug-in ended the process on loading with core plugin API " +
+                                 version.ToString() + "; offer the version it supports with --core-version X.Y.Z\n");
+        context_ = entry_(&loadInfo_);
+    }
     if (context_ == nullptr || loadInfo_.callbacks == nullptr) {
         error_ = "load_tav_leagues returned no module";
         context_ = nullptr;
