@@ -318,6 +318,19 @@ TEST_F(GatewayTest, StreamsEventsAsServerSentEvents) {
     EXPECT_NE(received.find("event: OnJsonApiEvent\ndata: {\"n\":2}\n\n"), std::string::npos) << received;
 }
 
+TEST_F(GatewayTest, RefusesItsPortWhileTakenAndTakesItAgainAtOnceWhenFree) {
+    GatewayOptions options;
+    options.port = gateway_->Port();
+    EXPECT_FALSE(tav::host::HttpGateway(session_, queue_, events_, options).Bind());
+    // A connection that the server closed first keeps the port in TIME_WAIT for a while.
+    httplib::Client client("127.0.0.1", gateway_->Port());
+    ASSERT_TRUE(client.Get("/devhost/nothing", {{"Connection", "close"}}));
+    events_.Close();
+    queue_.Close();
+    gateway_->Stop();
+    EXPECT_TRUE(tav::host::HttpGateway(session_, queue_, events_, options).Bind());
+}
+
 TEST_F(GatewayTest, AHostThatDoesNotAnswerInTimeGives504AndDropsTheLateAnswer) {
     httplib::Client client("127.0.0.1", gateway_->Port());
     const auto late = client.Get("/devhost/faults");
