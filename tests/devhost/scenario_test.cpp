@@ -82,6 +82,8 @@ TEST_F(ScenarioTest, StopsAtTheFirstMismatchWithWhatDiffered) {
          "most 86400\",\"status\":400}"},
         {"- expect: {hostCalls: [ScheduleCallback wex-be-tav-leagues:revalidate-jwt 53]}",
          "no host call contains \"ScheduleCallback wex-be-tav-leagues:revalidate-jwt 53\""},
+        // At login the plug-in logs that it acknowledged the stored message '7311'.
+        {"- expect: {log: [\"1'\"]}", "no log line contains \"1'\""},
     };
     for (const auto& row : cases) {
         SCOPED_TRACE(row.step);
@@ -109,6 +111,7 @@ TEST_F(ScenarioTest, RefusesFilesThatCannotBePlayed) {
         {"steps: [{call: {path: /x}, expect: {status: '500'}}]",
          "steps[0].expect.status: expected a whole number, 0 or more"},
         {"steps: [{call: {method: GET}}]", "steps[0].call.path: missing"},
+        {"steps: [{fault: {method: getAllMyLeagues, error: down}}]", "steps[0].fault.destination: missing"},
         {"steps: [{expect: {events: [{nam: OnX}]}}]",
          "steps[0].expect.events[0].nam: unknown key; the keys here are name, payload"},
         {"steps: [{expect: {log: [[x]]}}]", "steps[0].expect.log[0]: expected a text"},
