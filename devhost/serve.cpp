@@ -56,6 +56,7 @@ int Serve(const ServeOptions& options, const std::atomic<bool>& stop, std::ostre
     gateway.address = options.address;
     gateway.port = options.port;
     gateway.accessToken = IsLoopback(options.address) ? "" : NewAccessToken();
+    gateway.requestLog = options.quiet ? nullptr : &out;
     // The port first: a taken one should not cost a start of the plug-in.
     LiveHost live(session, gateway);
     if (!live.Listen()) {

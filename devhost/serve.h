@@ -14,6 +14,7 @@ struct ServeOptions {
     std::string worldPath;  // empty: the embedded demo world
     std::string address = "127.0.0.1";
     int port = 8437;  // 0: any free port
+    bool quiet = false;         // no line per request
 };
 
 // Loopback addresses serve without a token; any other needs one.
