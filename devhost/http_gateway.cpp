@@ -9,6 +9,7 @@
 
 #include "control_routes.h"
 #include "journal.h"
+#include "web_pages.h"
 
 namespace tav::host {
 
@@ -47,9 +48,9 @@ bool LoopbackOrigin(std::string_view origin) {
                 colon != std::string_view::npos && origin.back() != ']' ? origin.substr(0, colon) : origin;
             const std::string_view port = origin.substr(host.size());
             const bool numeric = port.find_first_not_of("0123456789", 1) == std::string_view::npos;
-            const bool loopback = host == "localhost" || host == "[::1]" ||
-                                  (host.substr(0, 4) == "127." &&
-                                   host.find_first_not_of("0123456789.") == std::string_view::npos);
+            const bool loopback =
+                host == "localhost" || host == "[::1]" ||
+                (host.substr(0, 4) == "127." && host.find_first_not_of("0123456789.") == std::string_view::npos);
             return loopback && (port.empty() || (port.size() > 1 && numeric));
         }
     }
@@ -254,6 +255,13 @@ void HttpGateway::Route() {
         if (request.method == "OPTIONS") {
             Preflight(request, response);
             return;
+        }
+        // The pages hold no state, and a browser asks for their files without the token.
+        if (request.method == "GET" || request.method == "HEAD") {
+            if (std::optional<HttpAnswer> page = ServePage(request.path, options_.explorerFiles)) {
+                Write(response, *page);
+                return;
+            }
         }
         if (!Authorized(request, options_.accessToken)) {
             Write(response, HttpAnswer::Failure(401,

@@ -16,7 +16,7 @@ namespace httplib {
 class Server;
 struct Request;
 struct Response;
-}
+}  // namespace httplib
 
 namespace tav::host {
 
@@ -25,7 +25,8 @@ struct GatewayOptions {
     int port = 0;             // 0: any free port
     std::string accessToken;  // not empty: every request must carry it
     std::chrono::milliseconds answerTimeout{60000};
-    std::size_t maxEventStreams = 64;  // more are refused with 503
+    std::size_t maxEventStreams = 64;    // more are refused with 503
+    std::string explorerFiles;           // the folder of the swagger-ui-dist package
     std::ostream* requestLog = nullptr;  // not null: one line per request, "GET /path 200 3 ms"
 };
 

@@ -60,6 +60,11 @@ int main(int argc, char** argv) {
     serveCommand->add_option("--port", serve.port, "Port to listen on; 0 takes any free port")
         ->capture_default_str()
         ->check(CLI::Range(0, 65535));
+    serve.explorerFiles = TAV_DEFAULT_EXPLORER_FILES;
+    serveCommand
+        ->add_option("--explorer-files", serve.explorerFiles,
+                     "Folder of the swagger-ui-dist package for the API explorer (make deps installs it)")
+        ->capture_default_str();
     serveCommand->add_flag("--quiet", serve.quiet, "Print no line per request");
 
     std::vector<std::string> scenarioFiles;

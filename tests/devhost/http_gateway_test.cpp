@@ -18,11 +18,11 @@
 namespace {
 
 using tav::host::GatewayOptions;
-using wex::BindingProperty;
 using tav::host::HostSession;
 using tav::test::DemoWorld;
 using tav::test::LiveHostTest;
 using ::testing::HasSubstr;
+using wex::BindingProperty;
 
 // A connection that sends its request as written, which the client library would amend; reads give up
 // after a second without data.
@@ -154,8 +154,9 @@ TEST_F(LiveHostTest, AnswersWrongMethodsCrossOriginCallsAndLongBodiesWithTheirHe
     const std::string tooLarge =
         "413 Payload Too Large\r\nConnection: close\r\nContent-Length: 81\r\nContent-Type: application/json\r\n\r\n"
         R"({"message":"tav-host takes request bodies of at most 1048576 bytes","status":413})";
-    const std::string cors = "Access-Control-Allow-Origin: http://localhost:5173\r\nAccess-Control-Expose-Headers: "
-                             "Allow\r\nConnection: close\r\n";
+    const std::string cors =
+        "Access-Control-Allow-Origin: http://localhost:5173\r\nAccess-Control-Expose-Headers: "
+        "Allow\r\nConnection: close\r\n";
     const struct {
         std::string request;
         std::string answer;
@@ -227,9 +228,8 @@ TEST_F(LiveHostTest, JournalsRequestsServerCallsAndWaitsInWordsAndPrintsALinePer
         }
         return summaries;
     };
-    EXPECT_EQ(lines("?kind=server"),
-              (std::vector<std::string>{"server leagues.getAllMyLeagues -> 200 in N ms",
-                                        "server leagues.getAllMyLeagues -> 500 down in N ms"}));
+    EXPECT_EQ(lines("?kind=server"), (std::vector<std::string>{"server leagues.getAllMyLeagues -> 200 in N ms",
+                                                               "server leagues.getAllMyLeagues -> 500 down in N ms"}));
     EXPECT_EQ(lines("?kind=wait&limit=2"),
               (std::vector<std::string>{"wait: summoner leagues", "wait over: summoner leagues in N ms"}));
     EXPECT_EQ(lines("?kind=http"),
@@ -334,6 +334,7 @@ TEST_F(LiveHostTest, NeedsTheTokenWhenItHasOneAndKeepsItFromThePlugin) {
         {"/tav-leagues/v2/tiers?summonerIds.0=1001&queueTypes.0=SOLO5V5&token=s3cret", nullptr, 200, tiers},
         {"/tav-leagues/v2/tiers?summonerIds.0=1001&queueTypes.0=SOLO5V5", "Bearer s3cret", 200, tiers},
         {"/tav-leagues/v1/summoner-leagues/1001?token=s3cret", nullptr, 200, ""},
+        {"/devhost/ui/dashboard.css", nullptr, 200, ""},
     };
     for (const auto& row : cases) {
         SCOPED_TRACE(std::string(row.path) + " " + (row.authorization != nullptr ? row.authorization : ""));
