@@ -11,7 +11,6 @@ import re
 import signal
 import subprocess
 import sys
-import time
 import unittest
 import urllib.request
 
@@ -50,12 +49,18 @@ class Pages(unittest.TestCase):
             raise RuntimeError('tav-host did not start')
         options = webdriver.ChromeOptions()
         options.binary_location = CHROMIUM
-        for argument in ('--headless=new', '--no-sandbox', '--disable-dev-shm-usage', '--window-size=1280,800'):
+        for argument in ('--headless=new', '--no-sandbox', '--disable-dev-shm-usage'):
             options.add_argument(argument)
         options.set_capability('goog:loggingPrefs', {'browser': 'ALL'})
         cls.driver = webdriver.Chrome(service=Service(executable_path=DRIVER), options=options)
         # Every load then weighs what a first visit does.
         cls.driver.execute_cdp_cmd('Network.setCacheDisabled', {'cacheDisabled': True})
+        cls.viewport(1280, 800)
+
+    @classmethod
+    def viewport(cls, width, height):
+        cls.driver.execute_cdp_cmd('Emulation.setDeviceMetricsOverride',
+                                   {'width': width, 'height': height, 'deviceScaleFactor': 1, 'mobile': False})
 
     @classmethod
     def tearDownClass(cls):
@@ -114,26 +119,37 @@ class Pages(unittest.TestCase):
                     allTransferred: sum(entries, 'transferSize'), allDecoded: sum(entries, 'decodedBodySize'),
                     requests: entries.length};""")
         # On a narrow window, nothing is wider than the window.
-        self.driver.set_window_size(420, 900)
+        self.viewport(420, 900)
         try:
-            self.wait(lambda d: d.execute_script('return window.innerWidth') <= 420)
-            self.assertLessEqual(self.driver.execute_script('return document.documentElement.scrollWidth'),
-                                 self.driver.execute_script('return window.innerWidth'))
+            self.assertLessEqual(self.driver.execute_script('return document.documentElement.scrollWidth'), 420)
             self.driver.save_screenshot(os.path.join(self.artifacts, 'dashboard-narrow.png'))
         finally:
-            self.driver.set_window_size(1280, 800)
+            self.viewport(1280, 800)
 
     def test_a_promotion_pushed_with_the_keyboard_shows_its_notification_within_two_seconds(self):
         from selenium.webdriver.common.keys import Keys
         self.open_dashboard()
         promoted = '#notifications li[data-type=LEAGUES_MESSAGE_LEAGUE_PROMOTED]'
         before = self.count(promoted)
+        # Timed in the page: from the button's click to the notification's element.
+        self.driver.execute_script("""
+            const [selector, before] = arguments;
+            window.pushTiming = {};
+            document.getElementById('push').addEventListener(
+                'click', () => { window.pushTiming.pushed = performance.now(); }, {capture: true, once: true});
+            new MutationObserver(() => {
+              if (!window.pushTiming.shown && document.querySelectorAll(selector).length > before) {
+                window.pushTiming.shown = performance.now();
+              }
+            }).observe(document.getElementById('notifications'), {childList: true, subtree: true});""",
+            promoted, before)
         reason = self.css('#push-reason')
         reason.send_keys('league promoted')
         reason.send_keys(Keys.TAB, Keys.TAB, Keys.ENTER)
-        pushed = time.monotonic()
         self.wait(lambda d: self.count(promoted) == before + 1, seconds=2)
-        self.measured['pushToNotificationMs'] = round((time.monotonic() - pushed) * 1000)
+        timing = self.driver.execute_script('return window.pushTiming')
+        self.assertLess(timing['shown'] - timing['pushed'], 2000)
+        self.measured['pushToNotificationMs'] = round(timing['shown'] - timing['pushed'], 1)
         self.assertEqual(self.css('#status').text, 'Pushed LEAGUE_PROMOTED')
         self.assertEqual(self.driver.switch_to.active_element, self.css('#push'))
 
