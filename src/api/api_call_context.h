@@ -20,9 +20,9 @@ struct ApiCallContext {
     const BindingFunctionInfo& function;
     // Starts valid and empty; the first binding or handler error fails it.
     BindingProperty result;
-    std::uint8_t kind = 0;
-    std::uint32_t kindCode = 0;  // reaches the host only when it is 1, 2 or 3
-    std::uint32_t status = 0;    // 0 until the handler sets one
+    std::uint8_t responseKind = 0;
+    std::uint32_t responseKindCode = 0;  // reaches the host only when it is 1, 2 or 3
+    std::uint32_t status = 0;            // 0 until the handler sets one
     std::string text;
     std::map<std::string, std::string> headers;
     std::unique_ptr<BodyProducer> producer;

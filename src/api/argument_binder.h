@@ -10,7 +10,7 @@
 #include "api/api_call_context.h"
 #include "api/route.h"
 #include "binding/property.h"
-#include "plugin/boundary.h"
+#include "boundary/boundary.h"
 
 namespace wex {
 

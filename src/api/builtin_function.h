@@ -1,6 +1,6 @@
 #pragma once
 
-#include "plugin/boundary.h"
+#include "boundary/boundary.h"
 
 namespace wex {
 

@@ -86,8 +86,8 @@ void FillResponse(HostResponse& response, ApiCallContext& call) {
         SetResponseError(response, "Out of memory");
         unconvertible = true;
     }
-    response.kind = call.kind;
-    response.kindCode = call.kindCode >= 1 && call.kindCode <= 3 ? call.kindCode : 0;
+    response.responseKind = call.responseKind;
+    response.responseKindCode = call.responseKindCode >= 1 && call.responseKindCode <= 3 ? call.responseKindCode : 0;
     response.status = unconvertible ? 400 : call.status;
     SetResponseText(response, call.text);
     SetResponseHeaders(response, call.headers);

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "api/route.h"
-#include "plugin/boundary.h"
+#include "boundary/boundary.h"
 
 namespace wex {
 

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "api/route.h"
-#include "plugin/boundary.h"
+#include "boundary/boundary.h"
 
 namespace wex {
 

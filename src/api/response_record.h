@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "api/body_producer.h"
-#include "plugin/boundary.h"
+#include "boundary/boundary.h"
 
 namespace wex {
 

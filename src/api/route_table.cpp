@@ -6,7 +6,7 @@
 #include "api/function_name.h"
 #include "api/method_name.h"
 #include "binding/registry.h"
-#include "plugin/boundary.h"
+#include "boundary/boundary.h"
 
 namespace wex {
 

@@ -28,7 +28,7 @@
 #include "host/service_proxy_tables.h"
 #include "host/subscription_interface.h"
 #include "host/text_failure.h"
-#include "plugin/boundary.h"
+#include "boundary/boundary.h"
 
 namespace wex {
 

@@ -8,7 +8,7 @@
 
 #include "binding/native_conversion.h"
 #include "binding/property.h"
-#include "plugin/boundary.h"
+#include "boundary/boundary.h"
 
 namespace wex {
 

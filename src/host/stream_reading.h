@@ -4,7 +4,7 @@
 #include <functional>
 #include <string>
 
-#include "plugin/boundary.h"
+#include "boundary/boundary.h"
 
 namespace wex {
 

@@ -11,7 +11,7 @@
 #include "binding/registry.h"
 #include "host/plugin_base.h"
 #include "plugin/api_version.h"
-#include "plugin/boundary.h"
+#include "boundary/boundary.h"
 #include "plugin/plugin_name.h"
 
 namespace wex {

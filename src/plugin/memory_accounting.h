@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "plugin/boundary.h"
+#include "boundary/boundary.h"
 
 namespace wex {
 

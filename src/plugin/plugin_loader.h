@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "plugin/boundary.h"
+#include "boundary/boundary.h"
 
 namespace wex {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "diagnostics/log_target.h"
-#include "plugin/boundary.h"
+#include "boundary/boundary.h"
 
 namespace wex {
 

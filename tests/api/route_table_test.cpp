@@ -4,7 +4,7 @@
 #include "api/route_match.h"
 #include "api/route_table.h"
 #include "binding/registry.h"
-#include "plugin/boundary.h"
+#include "boundary/boundary.h"
 
 namespace wex {
 namespace {

@@ -2,7 +2,7 @@
 
 #include "binding/registry.h"
 #include "leagues/leagues_module.h"
-#include "plugin/boundary.h"
+#include "boundary/boundary.h"
 #include "plugin/plugin_loader.h"
 
 namespace Orvel::Client::Leagues::test {

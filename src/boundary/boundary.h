@@ -10,8 +10,8 @@
  * Threads: the host calls the plug-in on its own thread, one call at a time
  * ([host-thread]); GetMemoryStats may be called from any thread.
  */
-#ifndef TAV_PLUGIN_BOUNDARY_H
-#define TAV_PLUGIN_BOUNDARY_H
+#ifndef TAV_BOUNDARY_BOUNDARY_H
+#define TAV_BOUNDARY_BOUNDARY_H
 
 #include <stddef.h>
 #include <stdint.h>
@@ -96,18 +96,18 @@ enum HostMethod {
  * until SendRequest returns), or by the host for an endpoint entry (the host
  * owns every pointer until the entry returns). */
 typedef struct HostRequest {
-    uint32_t method;           /* a HostMethod; codes outside 1 to 8 travel as 0 */
-    const char* path;          /* zero-terminated, possibly followed by "?" and a query */
+    uint32_t method;  /* a HostMethod; codes outside 1 to 8 travel as 0 */
+    const char* path; /* zero-terminated, possibly followed by "?" and a query */
     const HostArgument* arguments;
     uint32_t argumentCount;
     const void* endpointContext; /* the endpoint record's context; null in requests the plug-in sends */
     const HostHeader* headers;
     uint32_t headerCount;
-    const char* contentType;   /* of the body */
+    const char* contentType; /* of the body */
     const void* body;
     uint32_t bodyLength;
-    uint32_t context;          /* the host context of PluginStartInfo in requests the plug-in sends */
-    const char* methodName;    /* read only with method 8 */
+    uint32_t context;       /* the host context of PluginStartInfo in requests the plug-in sends */
+    const char* methodName; /* read only with method 8 */
 } HostRequest;
 
 struct HostResponse;
@@ -121,15 +121,15 @@ typedef struct HostResponse {
     HostValue result;
     const char* error;
     uint8_t errorFlag;         /* 1: the record owns the error text */
-    uint8_t kind;
-    uint32_t kindCode;
+    uint8_t responseKind;      /* the kind of answer the handler chose; its meaning is the host's */
+    uint32_t responseKindCode; /* 1, 2 or 3; 0 when the handler chose none of them */
     uint32_t status;
     const char* text;
     const HostHeader* headers;
     uint32_t headerCount;
-    HostStreamReadFunction streamRead;   /* null when the body is not streamed */
+    HostStreamReadFunction streamRead; /* null when the body is not streamed */
     HostStreamCloseFunction streamClose;
-    uint64_t expectedStreamLength;       /* a hint */
+    uint64_t expectedStreamLength; /* a hint */
     void* streamProducer;
     HostResponseReleaseFunction release; /* frees what the filling side allocated; may be null */
 } HostResponse;
@@ -140,8 +140,9 @@ typedef struct HostResponse {
 typedef struct HostEvent {
     const char* name;
     HostValue payload;
-    uint32_t senderWord; /* 0 in every event the plug-in sends */
-    void* userData;      /* on delivery: the user data given at subscription */
+    /* A word that the sender sets, its meaning the host's; 0 in every event the plug-in sends. */
+    uint32_t senderContext;
+    void* userData; /* on delivery: the user data given at subscription */
 } HostEvent;
 
 /* ---- Start-up ----------------------------------------------------------- */
@@ -163,7 +164,8 @@ typedef struct CoreApi {
      * filled. The request and its texts are valid until the entry returns; the
      * response is the host's to fill and the plug-in's to release. */
     void (*SendRequest)(const struct CoreApi* api, HostResponse* response, const HostRequest* request);
-    /* Not called by this plug-in; its meaning is the host's. */
+    /* The host's entry 1, named by its place in the table: its meaning is the
+     * host's. Forwarded by the module, never called by this plug-in. */
     uint32_t (*CoreEntry1)(const struct CoreApi* api, uint32_t first, uint32_t second);
     /* Publishes an event; the event and its payload are valid until the entry returns. */
     void (*SendEvent)(const struct CoreApi* api, const HostEvent* event);
@@ -204,7 +206,7 @@ typedef struct MemoryStats {
 /* The plug-in's callbacks; the table lives in the module, valid until Stop. */
 typedef struct PluginCallbacks {
     bool (*Start)(void* context, const PluginStartInfo* info);
-    void (*Stop)(void* context); /* the context is invalid afterwards */
+    void (*Stop)(void* context);                             /* the context is invalid afterwards */
     void (*GetMemoryStats)(void* context, MemoryStats* out); /* any thread */
 } PluginCallbacks;
 
@@ -216,10 +218,10 @@ typedef struct PluginLoadInfo {
     uint32_t major;
     uint32_t minor;
     uint32_t patch;
-    const PluginCallbacks* callbacks;     /* out: owned by the module */
-    void* context;                        /* out: the module */
-    const char* shortName;                /* out: owned by the module */
-    const struct HostApiTable* apiTable;  /* out: owned by the module */
+    const PluginCallbacks* callbacks;    /* out: owned by the module */
+    void* context;                       /* out: the module */
+    const char* shortName;               /* out: owned by the module */
+    const struct HostApiTable* apiTable; /* out: owned by the module */
 } PluginLoadInfo;
 
 /* ---- The API table -------------------------------------------------------
@@ -375,8 +377,8 @@ TAV_AT(HostRequest, methodName, 44, 68);
 TAV_SIZE(HostResponse, 62, 94);
 TAV_AT(HostResponse, error, 12, 16);
 TAV_AT(HostResponse, errorFlag, 16, 24);
-TAV_AT(HostResponse, kind, 17, 25);
-TAV_AT(HostResponse, kindCode, 18, 26);
+TAV_AT(HostResponse, responseKind, 17, 25);
+TAV_AT(HostResponse, responseKindCode, 18, 26);
 TAV_AT(HostResponse, status, 22, 30);
 TAV_AT(HostResponse, text, 26, 34);
 TAV_AT(HostResponse, headers, 30, 42);
@@ -389,7 +391,7 @@ TAV_AT(HostResponse, release, 58, 86);
 
 TAV_SIZE(HostEvent, 24, 36);
 TAV_AT(HostEvent, payload, 4, 8);
-TAV_AT(HostEvent, senderWord, 16, 24);
+TAV_AT(HostEvent, senderContext, 16, 24);
 TAV_AT(HostEvent, userData, 20, 28);
 
 TAV_SIZE(MemoryStats, 56, 56);
@@ -481,4 +483,4 @@ TAV_AT(HostEventRecord, tagCount, 24, 48);
 }
 #endif
 
-#endif /* TAV_PLUGIN_BOUNDARY_H */
+#endif /* TAV_BOUNDARY_BOUNDARY_H */
