@@ -5,10 +5,10 @@
 #include "api/api_call_context.h"
 #include "api/api_response.h"
 #include "binding/failure.h"
-#include "binding/function_info.h"
 #include "binding/maybe_type.h"
-#include "binding/native_conversion.h"
-#include "binding/native_kind.h"
+#include "types/native_conversion.h"
+#include "types/native_kind.h"
+#include "types/type_info.h"
 
 namespace wex {
 

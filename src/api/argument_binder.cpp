@@ -7,13 +7,13 @@
 #include "api/content_type.h"
 #include "api/leaf_text.h"
 #include "api/url_decoding.h"
-#include "binding/function_info.h"
-#include "binding/host_value.h"
-#include "binding/number_text.h"
+#include "binding/value_text.h"
 #include "codec/json_reader.h"
 #include "codec/msgpack_reader.h"
 #include "codec/yaml_reader.h"
 #include "diagnostics/format_message.h"
+#include "types/host_value.h"
+#include "types/type_info.h"
 
 namespace wex {
 

@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "api/route.h"
-#include "binding/function_info.h"
+#include "types/type_info.h"
 
 namespace wex {
 

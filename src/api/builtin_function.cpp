@@ -1,10 +1,10 @@
 #include "api/builtin_function.h"
 
 #include "api/response_record.h"
-#include "binding/api_description.h"
-#include "binding/function_info.h"
-#include "binding/host_value.h"
-#include "binding/registry.h"
+#include "types/api_description.h"
+#include "types/host_value.h"
+#include "types/registry.h"
+#include "types/type_info.h"
 
 namespace wex {
 

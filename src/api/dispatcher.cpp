@@ -15,9 +15,9 @@
 #include "api/builtin_function.h"
 #include "api/response_record.h"
 #include "api/route_match.h"
-#include "binding/function_info.h"
-#include "binding/host_value.h"
-#include "binding/native_conversion.h"
+#include "types/host_value.h"
+#include "types/native_conversion.h"
+#include "types/type_info.h"
 
 namespace wex {
 

@@ -2,7 +2,7 @@
 
 #include "api/endpoint_entry.h"
 #include "api/live_addresses.h"
-#include "binding/registry.h"
+#include "types/registry.h"
 
 namespace wex {
 

@@ -5,8 +5,8 @@
 #include "api/api_function_handler.h"
 #include "api/function_name.h"
 #include "api/method_name.h"
-#include "binding/registry.h"
 #include "boundary/boundary.h"
+#include "types/registry.h"
 
 namespace wex {
 

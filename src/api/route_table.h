@@ -7,7 +7,7 @@
 
 #include "api/argument_builder.h"
 #include "api/route.h"
-#include "binding/function_info.h"
+#include "types/type_info.h"
 
 namespace wex {
 

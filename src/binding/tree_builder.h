@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "binding/property.h"
-#include "binding/structure_member.h"
 
 namespace wex {
 

@@ -4,8 +4,8 @@
 #include <string>
 #include <utility>
 
-#include "binding/native_conversion.h"
 #include "binding/property.h"
+#include "types/native_conversion.h"
 
 namespace wex {
 

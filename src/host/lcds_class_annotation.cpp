@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "binding/registry.h"
+#include "types/registry.h"
 
 namespace wex {
 

@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "binding/property.h"
-#include "binding/type_info.h"
+#include "types/type_info.h"
 
 namespace wex {
 

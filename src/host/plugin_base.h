@@ -15,9 +15,9 @@
 
 #include "binding/failure.h"
 #include "binding/maybe_type.h"
-#include "binding/native_conversion.h"
 #include "binding/property.h"
 #include "binding/type_identity.h"
+#include "boundary/boundary.h"
 #include "codec/json_reader.h"
 #include "diagnostics/format_message.h"
 #include "host/framework_records.h"
@@ -27,8 +27,7 @@
 #include "host/scheduled_callbacks.h"
 #include "host/service_proxy_tables.h"
 #include "host/subscription_interface.h"
-#include "host/text_failure.h"
-#include "boundary/boundary.h"
+#include "types/native_conversion.h"
 
 namespace wex {
 

@@ -4,14 +4,14 @@
 #include <memory>
 
 #include "api/live_addresses.h"
-#include "binding/host_value.h"
-#include "binding/registry.h"
 #include "diagnostics/format_message.h"
 #include "diagnostics/log_system.h"
 #include "diagnostics/trace.h"
 #include "host/host_event_name.h"
 #include "host/plugin_base.h"
 #include "platform/monotonic_clock.h"
+#include "types/host_value.h"
+#include "types/registry.h"
 
 namespace wex {
 

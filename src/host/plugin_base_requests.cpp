@@ -3,11 +3,11 @@
 #include <string>
 
 #include "api/method_name.h"
-#include "binding/host_value.h"
 #include "codec/json_reader.h"
 #include "host/plugin_base.h"
 #include "host/response_releaser.h"
 #include "host/stream_reading.h"
+#include "types/host_value.h"
 
 namespace wex {
 

@@ -1,6 +1,6 @@
 #include "host/request_arguments.h"
 
-#include "binding/host_value.h"
+#include "types/host_value.h"
 
 namespace wex {
 

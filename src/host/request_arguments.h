@@ -6,9 +6,9 @@
 #include <type_traits>
 #include <vector>
 
-#include "binding/native_conversion.h"
 #include "binding/property.h"
 #include "boundary/boundary.h"
+#include "types/native_conversion.h"
 
 namespace wex {
 

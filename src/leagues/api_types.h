@@ -1,7 +1,7 @@
 #pragma once
 
-#include "binding/registry.h"
 #include "plugin/app_module.h"
+#include "types/registry.h"
 
 namespace Orvel::Client::Leagues {
 

@@ -1,8 +1,8 @@
 #include "leagues/gameflow_change.h"
 
-#include "binding/native_conversion.h"
 #include "diagnostics/trace.h"
 #include "notifications/held_back_phases.h"
+#include "types/native_conversion.h"
 
 namespace Orvel::Client::Leagues {
 

@@ -2,10 +2,10 @@
 
 #include <optional>
 
-#include "binding/registry.h"
 #include "host/framework_records.h"
 #include "leagues/gameflow_session.h"
 #include "leagues/lcds_enums.h"
+#include "types/registry.h"
 
 namespace Orvel::Client::Leagues {
 

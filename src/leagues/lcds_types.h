@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "binding/registry.h"
 #include "plugin/app_module.h"
+#include "types/registry.h"
 
 namespace Orvel::Client::Leagues {
 

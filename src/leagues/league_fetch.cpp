@@ -2,8 +2,8 @@
 #include <string>
 #include <vector>
 
+#include "binding/failure.h"
 #include "diagnostics/format_message.h"
-#include "host/text_failure.h"
 #include "leagues/apex_movements.h"
 #include "leagues/league_list_conversion.h"
 #include "leagues/league_log.h"

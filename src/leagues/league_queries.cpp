@@ -2,8 +2,8 @@
 #include <string>
 #include <vector>
 
+#include "binding/failure.h"
 #include "diagnostics/format_message.h"
-#include "host/text_failure.h"
 #include "leagues/league_log.h"
 #include "leagues/leagues_module.h"
 #include "leagues/participant_id.h"

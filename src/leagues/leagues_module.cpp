@@ -1,8 +1,8 @@
 #include "leagues/leagues_module.h"
 
-#include "binding/native_conversion.h"
 #include "leagues/api_types.h"
 #include "leagues/league_dtos.h"
+#include "types/native_conversion.h"
 
 namespace Orvel::Client::Leagues {
 

@@ -3,8 +3,8 @@
 #include <string>
 #include <string_view>
 
-#include "binding/registry.h"
 #include "plugin/app_module.h"
+#include "types/registry.h"
 
 namespace Orvel::Client::Leagues {
 

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "binding/failure.h"
 #include "diagnostics/format_message.h"
-#include "host/text_failure.h"
 #include "leagues/league_log.h"
 #include "leagues/leagues_module.h"
 #include "notifications/revalidation_delay.h"

@@ -1,6 +1,6 @@
 #include "notifications/token_json_scanner.h"
 
-#include "binding/number_text.h"
+#include "binding/value_text.h"
 #include "notifications/token_json_exception.h"
 
 namespace Orvel::Client::Leagues::json {

@@ -8,11 +8,11 @@
 #include "api/native_handler.h"
 #include "api/packed_api_table.h"
 #include "api/route_table.h"
-#include "binding/registry.h"
+#include "boundary/boundary.h"
 #include "host/plugin_base.h"
 #include "plugin/api_version.h"
-#include "boundary/boundary.h"
 #include "plugin/plugin_name.h"
+#include "types/registry.h"
 
 namespace wex {
 
@@ -25,7 +25,7 @@ enum class ModuleState { Constructed, Registered, Started, Finalizing, Finalized
 // connection to the host and the three callbacks the host calls. The host
 // holds one module per loaded plug-in through the context pointer. [host-thread]
 class AppModule : public PluginBase {
-public:
+  public:
     // Construction talks to nobody; it takes a reference on the log system.
     explicit AppModule(std::string shortName);
     ~AppModule() override;
@@ -81,7 +81,7 @@ public:
     RouteList Routes() const { return routes_.Routes(); }
     ModuleState State() const { return state_; }
 
-private:
+  private:
     ApiArgumentBuilder AddRouteWith(std::uint32_t method, std::string_view pathTemplate,
                                     std::shared_ptr<const ApiFunctionHandler> handler);
     bool Start(const PluginStartInfo* info);

@@ -1,6 +1,6 @@
 #include "plugin/framework_types.h"
 
-#include "binding/registry.h"
+#include "types/registry.h"
 
 namespace wex {
 

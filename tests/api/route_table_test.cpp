@@ -3,8 +3,8 @@
 #include "api/native_handler.h"
 #include "api/route_match.h"
 #include "api/route_table.h"
-#include "binding/registry.h"
 #include "boundary/boundary.h"
+#include "types/registry.h"
 
 namespace wex {
 namespace {

@@ -5,11 +5,11 @@
 #include <string>
 #include <vector>
 
-#include "binding/native_conversion.h"
 #include "codec/json_reader.h"
 #include "codec/json_writer.h"
 #include "leagues/league_list_dto.h"
 #include "loaded_module.h"
+#include "types/native_conversion.h"
 
 namespace Orvel::Client::Leagues {
 namespace {

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "binding/registry.h"
-#include "leagues/leagues_module.h"
 #include "boundary/boundary.h"
+#include "leagues/leagues_module.h"
 #include "plugin/plugin_loader.h"
+#include "types/registry.h"
 
 namespace Orvel::Client::Leagues::test {
 

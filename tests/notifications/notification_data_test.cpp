@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "binding/native_conversion.h"
 #include "codec/json_writer.h"
 #include "leagues/loaded_module.h"
+#include "types/native_conversion.h"
 
 namespace Orvel::Client::Leagues {
 namespace {
