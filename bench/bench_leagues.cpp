@@ -9,7 +9,6 @@
 
 #include <string>
 
-#include "binding/native_conversion.h"
 #include "codec/json_reader.h"
 #include "leagues/apex_movements.h"
 #include "leagues/league_list_conversion.h"
@@ -17,6 +16,7 @@
 #include "leagues/leagues_module.h"
 #include "leagues/standing_positions.h"
 #include "plugin/plugin_loader.h"
+#include "types/native_conversion.h"
 
 namespace {
 

@@ -7,8 +7,8 @@
 #include <string>
 #include <string_view>
 
-#include "api/api_call_context.h"
-#include "api/route.h"
+#include "api/api_handler.h"
+#include "api/route_table.h"
 #include "binding/property.h"
 #include "boundary/boundary.h"
 

@@ -1,6 +1,6 @@
 #include "api/packed_api_table.h"
 
-#include "api/endpoint_entry.h"
+#include "api/dispatcher.h"
 #include "api/live_addresses.h"
 #include "types/registry.h"
 

@@ -3,7 +3,7 @@
 #include <deque>
 #include <vector>
 
-#include "api/route.h"
+#include "api/route_table.h"
 #include "boundary/boundary.h"
 
 namespace wex {

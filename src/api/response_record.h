@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "api/body_producer.h"
+#include "api/api_handler.h"
 #include "boundary/boundary.h"
 
 namespace wex {

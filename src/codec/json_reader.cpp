@@ -5,7 +5,6 @@
 
 #include "binding/rapidjson.h"
 #include "binding/tree_builder.h"
-#include "codec/nesting_limit.h"
 #include "diagnostics/format_message.h"
 
 namespace wex {

@@ -2,7 +2,7 @@
 // checks in order, and the answer read as a binding value.
 #include <string>
 
-#include "api/method_name.h"
+#include "api/route_table.h"
 #include "codec/json_reader.h"
 #include "host/plugin_base.h"
 #include "host/response_releaser.h"

@@ -3,7 +3,7 @@
 #include <cstdlib>
 #include <exception>
 
-#include "api/function_name.h"
+#include "api/route_table.h"
 #include "diagnostics/assertion.h"
 #include "diagnostics/format_message.h"
 #include "diagnostics/log_system.h"
