@@ -1,7 +1,7 @@
 #include "plugin/telemetry_sender.h"
 
 #include "host/plugin_base.h"
-#include "host/response_releaser.h"
+#include "host/requests.h"
 
 namespace wex {
 
