@@ -9,8 +9,7 @@
 #include "diagnostics/bounded_text.h"
 #include "diagnostics/log_category.h"
 #include "diagnostics/log_system.h"
-#include "platform/monotonic_clock.h"
-#include "platform/thread_id.h"
+#include "platform/process_info.h"
 
 namespace wex {
 namespace {

@@ -4,7 +4,7 @@
 #include <cstdint>
 
 #include "diagnostics/log_level.h"
-#include "platform/local_time.h"
+#include "platform/process_info.h"
 
 namespace wex {
 

@@ -10,8 +10,7 @@
 #include <vector>
 
 #include "diagnostics/console_log_target.h"
-#include "platform/executable_name.h"
-#include "platform/local_time.h"
+#include "platform/process_info.h"
 
 namespace wex {
 namespace {

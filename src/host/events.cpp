@@ -8,7 +8,7 @@
 #include "diagnostics/log_system.h"
 #include "diagnostics/trace.h"
 #include "host/plugin_base.h"
-#include "platform/monotonic_clock.h"
+#include "platform/process_info.h"
 #include "types/host_value.h"
 #include "types/registry.h"
 

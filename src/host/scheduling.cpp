@@ -6,7 +6,7 @@
 #include "diagnostics/assertion.h"
 #include "diagnostics/log_system.h"
 #include "host/plugin_base.h"
-#include "platform/monotonic_clock.h"
+#include "platform/process_info.h"
 
 namespace wex {
 

@@ -8,7 +8,7 @@
 #include "diagnostics/format_message.h"
 #include "diagnostics/log_system.h"
 #include "host/plugin_base.h"
-#include "platform/thread_id.h"
+#include "platform/process_info.h"
 #include "types/registry.h"
 
 namespace wex {

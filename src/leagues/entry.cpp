@@ -1,8 +1,8 @@
 // The plug-in's one export.
 #include "leagues/leagues_module.h"
-#include "platform/library_export.h"
+#include "platform/dynamic_library.h"
 #include "boundary/boundary.h"
-#include "plugin/plugin_loader.h"
+#include "plugin/app_module.h"
 
 extern "C" TAV_LIBRARY_EXPORT void* load_tav_leagues(PluginLoadInfo* info) {
     return wex::LoadPlugin<Orvel::Client::Leagues::LeaguesModule>(info);

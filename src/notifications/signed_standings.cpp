@@ -10,7 +10,7 @@
 #include "leagues/league_log.h"
 #include "leagues/leagues_module.h"
 #include "notifications/revalidation_delay.h"
-#include "platform/monotonic_clock.h"
+#include "platform/process_info.h"
 
 namespace Orvel::Client::Leagues {
 

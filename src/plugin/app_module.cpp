@@ -2,20 +2,30 @@
 
 #include <cstdlib>
 #include <exception>
+#include <mutex>
 
 #include "api/route_table.h"
 #include "diagnostics/assertion.h"
 #include "diagnostics/format_message.h"
+#include "diagnostics/line_pattern.h"
 #include "diagnostics/log_system.h"
 #include "platform/event_tracing.h"
+#include "platform/memory_accounting.h"
 #include "plugin/framework_types.h"
-#include "plugin/memory_accounting.h"
-#include "plugin/plugin_log_target.h"
-#include "plugin/telemetry_sender.h"
 #include "types/api_description.h"
 #include "types/registry.h"
 
 namespace wex {
+
+bool PluginLogTarget::Write(const LogRecord& record) {
+    char line[4096];
+    {
+        std::lock_guard<std::recursive_mutex> lock(Mutex());
+        FormatLine(Pattern(record), record, line, sizeof line);
+    }
+    api_->Log(api_, static_cast<std::int32_t>(record.level), line);
+    return true;
+}
 
 AppModule::LogSystemReference::LogSystemReference() {
     AcquireLogSystem();
@@ -198,7 +208,7 @@ void AppModule::StopCallback(void* context) noexcept {
 
 void AppModule::MemoryStatsCallback(void* /*context*/, MemoryStats* out) noexcept {
     if (out != nullptr) {
-        MemoryAccounting::Library().Read(*out);
+        platform::MemoryAccounting::Library().Read(*out);
     }
 }
 

@@ -9,14 +9,26 @@
 #include "api/packed_api_table.h"
 #include "api/route_table.h"
 #include "boundary/boundary.h"
+#include "diagnostics/log_target.h"
 #include "host/plugin_base.h"
-#include "plugin/api_version.h"
-#include "plugin/plugin_name.h"
+#include "plugin/plugin_identity.h"
 #include "types/registry.h"
 
 namespace wex {
 
-class PluginLogTarget;
+// Forwards the plug-in's log to the host's Log function once the module has
+// started: each record becomes one line in the target's pattern.
+class PluginLogTarget : public LogTarget {
+  public:
+    explicit PluginLogTarget(const CoreApi* api) : api_(api) {}
+
+    const char* TypeName() const override { return "PluginLogTarget"; }
+    bool Write(const LogRecord& record) override;
+
+  private:
+    const CoreApi* api_;  // owned by the host, valid until Stop
+};
+
 class TelemetrySender;
 
 enum class ModuleState { Constructed, Registered, Started, Finalizing, Finalized };
@@ -112,5 +124,21 @@ class AppModule : public PluginBase {
     PackedApiTable apiTable_;
     ModuleState state_ = ModuleState::Constructed;
 };
+
+// The body of a plug-in's exported entry: builds the module and runs its load
+// sequence. A missing load record or any failure while loading gives null.
+template <class Module>
+void* LoadPlugin(PluginLoadInfo* info) noexcept {
+    if (info == nullptr) {
+        return nullptr;
+    }
+    try {
+        auto module = std::make_unique<Module>();
+        module->Load(*info);
+        return module.release();
+    } catch (...) {
+        return nullptr;
+    }
+}
 
 }  // namespace wex

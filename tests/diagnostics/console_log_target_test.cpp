@@ -9,7 +9,7 @@
 #include <string>
 
 #include "log_test_fixture.h"
-#include "platform/monotonic_clock.h"
+#include "platform/process_info.h"
 
 namespace wex::test {
 namespace {

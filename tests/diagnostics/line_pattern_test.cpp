@@ -8,7 +8,7 @@
 
 #include "diagnostics/log_category.h"
 #include "diagnostics/log_system.h"
-#include "platform/thread_id.h"
+#include "platform/process_info.h"
 
 namespace wex {
 namespace {

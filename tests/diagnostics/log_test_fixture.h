@@ -7,7 +7,7 @@
 
 #include "diagnostics/console_log_target.h"
 #include "diagnostics/log_system.h"
-#include "platform/thread_id.h"
+#include "platform/process_info.h"
 #include "support/debugger_capture.h"
 
 namespace wex::test {

@@ -2,7 +2,7 @@
 
 #include "boundary/boundary.h"
 #include "leagues/leagues_module.h"
-#include "plugin/plugin_loader.h"
+#include "plugin/app_module.h"
 #include "types/registry.h"
 
 namespace Orvel::Client::Leagues::test {

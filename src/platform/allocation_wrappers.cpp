@@ -3,12 +3,11 @@
 // inside the library (its own, the statically linked C++ runtime's and
 // libyaml's) passes through these functions and the library's counters,
 // while the host's allocations do not. The aligned allocation functions that
-// only some systems have are wrapped in src/platform/.
+// only some systems have are wrapped in aligned_allocation_wrappers_posix.cpp.
 #include <cstdlib>
 #include <cstring>
 
-#include "platform/allocated_size.h"
-#include "plugin/memory_accounting.h"
+#include "platform/memory_accounting.h"
 
 extern "C" {
 void* __real_malloc(std::size_t size);
@@ -20,10 +19,12 @@ char* __real_strdup(const char* text);
 
 namespace {
 
-std::size_t BlockSize(void* block) { return wex::platform::AllocatedSize(block); }
+std::size_t BlockSize(void* block) {
+    return wex::platform::AllocatedSize(block);
+}
 
 void* CountAllocation(void* block) {
-    wex::MemoryAccounting::Library().OnAllocate(BlockSize(block));
+    wex::platform::MemoryAccounting::Library().OnAllocate(BlockSize(block));
     return block;
 }
 
@@ -31,16 +32,22 @@ void* CountAllocation(void* block) {
 
 extern "C" {
 
-void* __wrap_malloc(std::size_t size) { return CountAllocation(__real_malloc(size)); }
+void* __wrap_malloc(std::size_t size) {
+    return CountAllocation(__real_malloc(size));
+}
 
-void* __wrap_calloc(std::size_t count, std::size_t size) { return CountAllocation(__real_calloc(count, size)); }
+void* __wrap_calloc(std::size_t count, std::size_t size) {
+    return CountAllocation(__real_calloc(count, size));
+}
 
-char* __wrap_strdup(const char* text) { return static_cast<char*>(CountAllocation(__real_strdup(text))); }
+char* __wrap_strdup(const char* text) {
+    return static_cast<char*>(CountAllocation(__real_strdup(text)));
+}
 
 void* __wrap_realloc(void* block, std::size_t size) {
     const std::size_t oldSize = BlockSize(block);
     void* result = __real_realloc(block, size);
-    wex::MemoryAccounting::Library().OnReallocate(oldSize, BlockSize(result));
+    wex::platform::MemoryAccounting::Library().OnReallocate(oldSize, BlockSize(result));
     return result;
 }
 
@@ -50,7 +57,7 @@ void __wrap_free(void* block) {
     }
     const std::size_t size = BlockSize(block);
     __real_free(block);
-    wex::MemoryAccounting::Library().OnRelease(size);
+    wex::platform::MemoryAccounting::Library().OnRelease(size);
 }
 
 }  // extern "C"

@@ -2,8 +2,12 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace wex {
+
+// What identifies a plug-in to the platform: the plug-in API version it was
+// built for, and its names.
 
 // A plug-in API version. Only the three numbers cross the boundary.
 struct ApiVersion {
@@ -32,5 +36,26 @@ ApiVersion PluginApiVersion();
     }
     return core.minor > plugin.minor || (core.minor == plugin.minor && core.patch >= plugin.patch);
 }
+
+struct PluginType {
+    std::string name;
+    std::string variant;
+};
+
+inline const PluginType kBackendPluginType{"backend", ""};
+inline const PluginType kFrontendPluginType{"frontend", ""};
+
+struct PluginName {
+    std::string fullName;
+    std::string shortName;
+    std::string typeName;
+    std::string typeVariant;
+};
+
+// "wex-be-" or "wex-fe-" followed by the short name; an unknown type gives
+// "wex-xx-" and an ERROR line. The type's name is compared exactly.
+std::string GetFullNameFromShortNameAndType(std::string_view shortName, const PluginType& type);
+
+PluginName MakePluginName(std::string_view shortName, const PluginType& type);
 
 }  // namespace wex

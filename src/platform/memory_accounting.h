@@ -6,13 +6,17 @@
 
 #include "boundary/boundary.h"
 
-namespace wex {
+namespace wex::platform {
+
+// The size the C runtime gave a block that its allocator returned (at least
+// the size asked for); 0 for null.
+std::size_t AllocatedSize(void* block) noexcept;
 
 // The library's allocation counters. One process-wide block counts every
 // allocation the library makes (see allocation_wrappers.cpp); tests make
 // blocks of their own. Any thread may update or read them.
 class MemoryAccounting {
-public:
+  public:
     static MemoryAccounting& Library();
 
     // blockSize is the runtime's size of the new block, 0 when allocation failed.
@@ -32,7 +36,7 @@ public:
     std::uint64_t FreedBytes() const { return freedBytes_.load(); }
     std::uint64_t Frees() const { return frees_.load(); }
 
-private:
+  private:
     void UpdatePeak();
 
     std::atomic<std::uint64_t> peakLiveBytes_{0};
@@ -43,4 +47,4 @@ private:
     std::atomic<std::uint64_t> frees_{0};
 };
 
-}  // namespace wex
+}  // namespace wex::platform

@@ -1,18 +1,57 @@
+// The platform layer on Windows, except page memory and event tracing, which
+// have files of their own, and the allocation wrappers, which only the shared
+// library links.
+#include <malloc.h>
 #include <windows.h>
-
+#include <array>
+#include <cstdint>
 #include <string>
 
+#include "platform/debugger_output.h"
 #include "platform/dynamic_library.h"
+#include "platform/event_tracing.h"
+#include "platform/memory_accounting.h"
+#include "platform/page_memory.h"
+#include "platform/process_info.h"
 
 namespace wex::platform {
+
+const void* CurrentThreadId() {
+    return reinterpret_cast<const void*>(static_cast<std::uintptr_t>(GetCurrentThreadId()));
+}
+
+std::string ExecutableName() {
+    std::array<char, MAX_PATH + 1> path;
+    DWORD length = GetModuleFileNameA(nullptr, path.data(), static_cast<DWORD>(path.size()));
+    // A path that fills the buffer has been cut.
+    if (length == 0 || length >= path.size()) {
+        return {};
+    }
+    return std::string(path.data(), length);
+}
+
+LocalTime CurrentLocalTime() {
+    SYSTEMTIME now;
+    GetLocalTime(&now);
+    return LocalTime{now.wYear, now.wMonth, now.wDay, now.wHour, now.wMinute, now.wSecond, now.wMilliseconds};
+}
+
+void WriteToPlatformDebugger(const char* text) {
+    OutputDebugStringA(text);
+}
+
+std::size_t AllocatedSize(void* block) noexcept {
+    return block != nullptr ? _msize(block) : 0;
+}
+
 namespace {
 
 // The system's text for an error code, without its line end.
 std::string ErrorText(DWORD code) {
     char* text = nullptr;
-    DWORD length = FormatMessageA(
-        FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, code,
-        0, reinterpret_cast<char*>(&text), 0, nullptr);
+    DWORD length =
+        FormatMessageA(FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
+                       nullptr, code, 0, reinterpret_cast<char*>(&text), 0, nullptr);
     std::string result = length != 0 ? std::string(text, length) : "error " + std::to_string(code);
     LocalFree(text);
     while (!result.empty() && (result.back() == '\n' || result.back() == '\r' || result.back() == ' ')) {

@@ -1,8 +1,8 @@
-#include "plugin/memory_accounting.h"
+#include "platform/memory_accounting.h"
 
 #include <gtest/gtest.h>
 
-namespace wex {
+namespace wex::platform {
 namespace {
 
 std::uint64_t Counter(const MemoryStats& stats, int index) {
@@ -81,4 +81,4 @@ TEST(MemoryAccounting, ReleasesOfBlocksCountedNowhereNeverMakeLiveFiguresWrap) {
 }
 
 }  // namespace
-}  // namespace wex
+}  // namespace wex::platform

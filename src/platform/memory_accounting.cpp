@@ -1,6 +1,6 @@
-#include "plugin/memory_accounting.h"
+#include "platform/memory_accounting.h"
 
-namespace wex {
+namespace wex::platform {
 
 MemoryAccounting& MemoryAccounting::Library() {
     // Constant-initialised, so it is ready before the first allocation of the library.
@@ -64,4 +64,4 @@ void MemoryAccounting::Read(MemoryStats& out) const {
     out.words[13] = 0;
 }
 
-}  // namespace wex
+}  // namespace wex::platform
