@@ -5,8 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "leagues/league.h"
-#include "loaded_module.h"
+#include "support/loaded_module.h"
 #include "type_description.h"
 #include "types/native_conversion.h"
 
