@@ -7,8 +7,8 @@
 #include <string_view>
 #include <variant>
 
-#include "diagnostics/field_map.h"
-#include "diagnostics/format_argument.h"
+#include "diagnostics/format_named_message.h"
+#include "diagnostics/format_message.h"
 
 namespace wex {
 

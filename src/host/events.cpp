@@ -6,7 +6,6 @@
 #include "api/live_addresses.h"
 #include "diagnostics/format_message.h"
 #include "diagnostics/log_system.h"
-#include "diagnostics/trace.h"
 #include "host/plugin_base.h"
 #include "platform/process_info.h"
 #include "types/host_value.h"

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "diagnostics/trace.h"
+#include "diagnostics/log_system.h"
 #include "module/leagues_module.h"
 #include "notifications/league_messages.h"
 #include "notifications/notification_store.h"

@@ -39,10 +39,6 @@ wex::BindingProperty ReadNotifyParam(const std::string& param);
 // has a notify reason other than NOT_YET_SEEDED among those the plug-in knows.
 bool IsLeagueUpdateMessage(const Api::SimpleMessage& message);
 
-}  // namespace Orvel::Client::Leagues
-
-namespace Orvel::Client::Leagues {
-
 // Fills a record from the params of a leagues message, each JSON text. Every
 // param that is an object with a "notifyReason" is applied in turn: its
 // members (the league entry's under "leagueItem") overwrite the data, a
@@ -51,10 +47,6 @@ namespace Orvel::Client::Leagues {
 // keeps its values. Numbers read as 32-bit keep their low 32 bits with sign
 // (4294967295 reads as -1).
 void BuildNotificationData(Api::LeagueNotificationResource& record, const std::vector<std::string>& params);
-
-}  // namespace Orvel::Client::Leagues
-
-namespace Orvel::Client::Leagues {
 
 // The tiers in which a demotion or a lost series shows the promotion helper
 // text: BRONZE, SILVER, and GOLD below rank I. Compared exactly.
@@ -65,10 +57,6 @@ bool IsPromoHelperTier(std::string_view tier, std::string_view rank);
 // "LEAGUES_MESSAGE_<reason>" unless a rule picks a promotion helper, decay or
 // series-ended key.
 std::string SelectMessageKey(const Api::LeagueNotificationResource& record);
-
-}  // namespace Orvel::Client::Leagues
-
-namespace Orvel::Client::Leagues {
 
 // The title key of each notify reason that has its own; the entry of
 // MINISERIES_CANCEL is a prefix that the queue name completes.

@@ -4,7 +4,7 @@
 #include <iterator>
 
 #include "diagnostics/format_message.h"
-#include "diagnostics/trace.h"
+#include "diagnostics/log_system.h"
 #include "leagues/mappings.h"
 #include "notifications/league_messages.h"
 

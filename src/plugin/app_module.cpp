@@ -7,7 +7,7 @@
 #include "api/route_table.h"
 #include "diagnostics/assertion.h"
 #include "diagnostics/format_message.h"
-#include "diagnostics/line_pattern.h"
+#include "diagnostics/log_target.h"
 #include "diagnostics/log_system.h"
 #include "platform/event_tracing.h"
 #include "platform/memory_accounting.h"

@@ -9,7 +9,6 @@
 
 #include "diagnostics/format_message.h"
 #include "diagnostics/log_system.h"
-#include "diagnostics/trace.h"
 #include "platform/process_info.h"
 #include "signed/jwt_token.h"
 

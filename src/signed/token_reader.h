@@ -28,10 +28,6 @@ class ParseException : public Exception {
     using Exception::Exception;
 };
 
-}  // namespace Orvel::Client::Leagues::json
-
-namespace Orvel::Client::Leagues::json {
-
 enum class TokenKind {
     BeginObject,
     EndObject,
@@ -73,10 +69,6 @@ class TokenScanner {
     std::string_view text_;
     std::size_t at_ = 0;
 };
-
-}  // namespace Orvel::Client::Leagues::json
-
-namespace Orvel::Client::Leagues::json {
 
 // Reads text as one JSON object, the form of a token segment. Numbers become
 // doubles, null an empty value. Throws ScanException or ParseException (both

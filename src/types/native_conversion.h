@@ -13,7 +13,7 @@
 #include "binding/maybe_type.h"
 #include "binding/property.h"
 #include "binding/type_identity.h"
-#include "diagnostics/format_argument.h"
+#include "diagnostics/format_message.h"
 #include "types/native_kind.h"
 
 namespace wex {

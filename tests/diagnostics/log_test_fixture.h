@@ -5,8 +5,8 @@
 #include <cstdio>
 #include <string>
 
-#include "diagnostics/console_log_target.h"
 #include "diagnostics/log_system.h"
+#include "diagnostics/log_target.h"
 #include "platform/process_info.h"
 #include "support/debugger_capture.h"
 

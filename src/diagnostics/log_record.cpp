@@ -1,9 +1,24 @@
-#include "diagnostics/log_category.h"
+#include "diagnostics/log_record.h"
 
 #include <atomic>
 #include <mutex>
 
 namespace wex {
+
+const char* LogLevelName(LogLevel level) {
+    switch (level) {
+        case LogLevel::Okay:
+            return "  OKAY";
+        case LogLevel::Warn:
+            return "  WARN";
+        case LogLevel::Error:
+            return " ERROR";
+        case LogLevel::Always:
+            return "ALWAYS";
+    }
+    return "??????";
+}
+
 namespace {
 
 // A name of up to three characters packed into one word, so that readers never
