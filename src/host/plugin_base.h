@@ -55,7 +55,8 @@ class PluginBase : public SubscriptionInterface {
     // scheduled callbacks and server class names stay.
     virtual void Finalize();
 
-    // The host's functions, in the order of its table.
+    // The host's functions, in the order of its table. CoreEntry1 keeps the
+    // boundary's name for entry 1, whose meaning is the host's.
     virtual void SendRequest(HostResponse& response, const HostRequest& request) = 0;
     virtual std::uint32_t CoreEntry1(std::uint32_t first, std::uint32_t second) = 0;
     virtual void SendEvent(const HostEvent& event) = 0;
