@@ -1,0 +1,66 @@
+# Checks the includes of every folder that a rules file names (see
+# src/include_rules.txt): an include "folder/file.h" must name the including
+# folder itself or one that its rule allows. Prints "file:line: rule broken"
+# for each that does not, and fails when there is one.
+#   cmake -DRULES=<rules file> -DROOT=<folder that printed paths start from> -P check_include_rules.cmake
+cmake_minimum_required(VERSION 3.25)
+get_filename_component(base ${RULES} DIRECTORY)
+
+# The rules: "folder: allowed folders", relative to the rules file; "#" starts a comment.
+file(STRINGS ${RULES} lines)
+set(folders "")
+foreach(line IN LISTS lines)
+    string(REGEX REPLACE "#.*" "" line "${line}")
+    if(NOT line MATCHES "^[ \t]*([^: \t]+)[ \t]*:(.*)$")
+        continue()
+    endif()
+    set(folder ${CMAKE_MATCH_1})
+    string(STRIP "${CMAKE_MATCH_2}" allowed)
+    string(REGEX REPLACE "[ \t]+" ";" allowed "${allowed}")
+    list(APPEND folders ${folder})
+    set(allowed_${folder} ${allowed})
+endforeach()
+
+# Only includes of the ruled folders are checked; local and third-party ones are not.
+set(known "")
+foreach(folder IN LISTS folders)
+    get_filename_component(name ${folder} NAME)
+    list(APPEND known ${name})
+endforeach()
+
+set(broken 0)
+foreach(folder IN LISTS folders)
+    get_filename_component(own ${folder} NAME)
+    file(GLOB sources ${base}/${folder}/*.h ${base}/${folder}/*.cpp ${base}/${folder}/*.in)
+    foreach(source IN LISTS sources)
+        # One list item per line: the characters that mean something in a list go first.
+        file(READ ${source} content)
+        string(REGEX REPLACE "[][;\\]" "_" content "${content}")
+        string(REPLACE "\n" ";" content "${content}")
+        file(RELATIVE_PATH shown ${ROOT} ${source})
+        set(number 0)
+        foreach(line IN LISTS content)
+            math(EXPR number "${number} + 1")
+            if(NOT line MATCHES "^[ \t]*#[ \t]*include[ \t]*\"(([^/\"]+)/[^\"]*)\"")
+                continue()
+            endif()
+            set(path ${CMAKE_MATCH_1})
+            set(target ${CMAKE_MATCH_2})
+            if(target STREQUAL own OR NOT target IN_LIST known OR target IN_LIST allowed_${folder})
+                continue()
+            endif()
+            set(allowed "${allowed_${folder}}")
+            if(NOT allowed)
+                set(allowed "no other folder")
+            endif()
+            message("${shown}:${number}: ${own} may not include ${path} (${own} may include: ${allowed})")
+            math(EXPR broken "${broken} + 1")
+        endforeach()
+    endforeach()
+endforeach()
+
+if(broken GREATER 0)
+    message(FATAL_ERROR "${broken} include(s) break the rules of ${RULES}")
+endif()
+list(LENGTH folders count)
+message(STATUS "The includes of ${count} folders keep the rules of ${RULES}")
