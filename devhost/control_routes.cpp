@@ -6,6 +6,7 @@
 #include "codec/json_reader.h"
 #include "codec/json_writer.h"
 #include "value_builders.h"
+#include "value_shape.h"
 
 namespace tav::host {
 
@@ -54,6 +55,7 @@ HttpAnswer SetGameflow(HostSession& session, const std::string& body) {
     if (phase.empty()) {
         throw BadRequest("The gameflow needs a \"phase\", such as \"ChampSelect\"");
     }
+    CheckName(value.Member("phase"), "phase", kGameflowPhases);
     session.Platform().SetGameflow(phase, TextMember(value, "queue", "RANKED_SOLO_5x5"));
     return Done();
 }
@@ -107,11 +109,22 @@ HttpAnswer PushMessage(HostSession& session, const std::string& body) {
 
 HttpAnswer AdvanceClock(HostSession& session, const std::string& body) {
     const std::optional<double> seconds = NumberOf(ReadBody(body).Member("seconds"));
-    if (!seconds || !(*seconds >= 0.0)) {
-        throw BadRequest("The clock moves on by {\"seconds\": N}, N at least 0");
+    // A day at most: a step so large that the clock no longer tells one moment from the next would leave
+    // every timer due at once, for ever.
+    if (!seconds || !(*seconds > 0.0 && *seconds <= 86400.0)) {
+        throw BadRequest("The clock moves on by {\"seconds\": N}, N more than 0 and at most 86400");
     }
     session.Host().AdvanceClock(*seconds);
     return Json(Structure({{"now", Float(session.Host().Now())}}));
+}
+
+HttpAnswer SetNextTokenExpiry(HostSession& session, const std::string& body) {
+    const std::optional<double> seconds = NumberOf(ReadBody(body).Member("seconds"));
+    if (!seconds || !(*seconds >= 0.0 && *seconds <= 86400.0)) {
+        throw BadRequest("The next tokens expire {\"seconds\": N} after they are handed out, N from 0 to 86400");
+    }
+    session.Server().SetNextTokenExpiry(*seconds);
+    return Done();
 }
 
 HttpAnswer Journal(HostSession& session) {
@@ -175,8 +188,8 @@ HttpAnswer SetFault(HostSession& session, const std::string& call, const std::st
     fault.status = static_cast<std::uint32_t>(value.Member("status").AsUInt64(500));
     const BindingProperty& delay = value.Member("delaySeconds");
     fault.delaySeconds = delay.IsEmpty() ? 0.0 : NumberOf(delay).value_or(-1.0);
-    if (!(fault.delaySeconds >= 0.0) || fault.delaySeconds > 86400.0) {
-        throw BadRequest("\"delaySeconds\" lies between 0 and 86400");
+    if (!(fault.delaySeconds >= 0.0 && fault.delaySeconds <= 600.0)) {
+        throw BadRequest("\"delaySeconds\" lies between 0 and 600");
     }
     session.Server().SetFault(call.substr(0, slash), call.substr(slash + 1), fault);
     return Done();
@@ -217,8 +230,15 @@ HttpAnswer Route(HostSession& session, std::string_view method, const std::strin
     if (method == "POST" && route == "clock") {
         return AdvanceClock(session, body);
     }
+    if (method == "PUT" && route == "next-token-expiry") {
+        return SetNextTokenExpiry(session, body);
+    }
     if (method == "GET" && route == "journal") {
         return Journal(session);
+    }
+    if (method == "DELETE" && route == "journal") {
+        session.Host().ClearJournal();
+        return Done();
     }
     if (method == "GET" && route == "log") {
         return LogLines(session);
@@ -252,6 +272,8 @@ HttpAnswer ServeControl(HostSession& session, std::string_view method, const std
         session.Host().RunUntilIdle();
         return answer;
     } catch (const BadRequest& error) {
+        return HttpAnswer::Failure(400, error.what());
+    } catch (const ShapeError& error) {
         return HttpAnswer::Failure(400, error.what());
     } catch (const std::invalid_argument& error) {
         return HttpAnswer::Failure(400, error.what());

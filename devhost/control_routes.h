@@ -18,8 +18,9 @@ namespace tav::host {
 //   POST   /devhost/messages                  {"typeName": ..., "body": {...}} pushed by the server;
 //                                             the type defaults to the league message class, and
 //                                             params given as objects travel as their JSON text
-//   POST   /devhost/clock                     {"seconds": 60} moves the scheduler's clock on
-//   GET    /devhost/journal                   the host calls and server calls of the plug-in
+//   POST   /devhost/clock                     {"seconds": 60} moves the scheduler's clock on (at most a day)
+//   PUT    /devhost/next-token-expiry         {"seconds": 30}: the next signed standings expire so soon
+//   GET|DELETE /devhost/journal               the host calls and server calls of the plug-in, or forget them
 //   GET    /devhost/log                       the log lines forwarded to the host
 //   GET    /devhost/memory                    the plug-in's memory counters
 //   GET|DELETE /devhost/faults                the faults set, or clear them all

@@ -3,36 +3,30 @@
 #include <array>
 #include <string_view>
 
+#include "api/route_table.h"
+#include "api/route_template.h"
 #include "host_value_json.h"
 
 namespace tav::host {
 
 namespace {
 
-bool MatchesTemplate(std::string_view pathTemplate, std::string_view path) {
-    std::size_t at = 0;
-    std::size_t index = 0;
-    while (index < pathTemplate.size()) {
-        if (pathTemplate[index] == '{') {
-            const std::size_t close = pathTemplate.find('}', index);
-            if (close == std::string_view::npos) {
-                return false;
-            }
-            const std::size_t end = std::min(path.find('/', at), path.size());
-            if (end == at) {
-                return false;
-            }
-            at = end;
-            index = close + 1;
-        } else {
-            if (at == path.size() || path[at] != pathTemplate[index]) {
-                return false;
-            }
-            ++at;
-            ++index;
-        }
+// A route as the plug-in's route table builds it, less the function, which stays on the plug-in's side.
+wex::Route RouteOf(const HostEndpointRecord& endpoint) {
+    wex::Route route;
+    route.method = endpoint.method;
+    if (endpoint.method == HostMethodOther && endpoint.methodName != nullptr) {
+        route.methodName = endpoint.methodName;
     }
-    return at == path.size();
+    route.pathTemplate = wex::NormalizeRouteTemplate(endpoint.pathTemplate != nullptr ? endpoint.pathTemplate : "");
+    if (route.pathTemplate.find('{') == std::string::npos) {
+        route.literalPath = route.pathTemplate;
+    } else {
+        wex::CompiledRouteTemplate compiled = wex::CompileRouteTemplate(route.pathTemplate);
+        route.pattern.emplace(std::move(compiled.pieces));
+        route.parameters = std::move(compiled.parameters);
+    }
+    return route;
 }
 
 std::string ReadStreamedBody(const HostResponse& response) {
@@ -70,27 +64,26 @@ EndpointAnswer ReadAnswer(const HostResponse& response) {
 
 }  // namespace
 
-const HostEndpointRecord* FindEndpoint(const HostApiTable& table, std::uint32_t method, std::string_view path) {
-    const HostEndpointRecord* found = nullptr;
+EndpointRoutes::EndpointRoutes(const HostApiTable& table) {
     for (const HostEndpointRecord* endpoint = table.endpoints; endpoint != nullptr; endpoint = endpoint->next) {
-        const std::string_view pathTemplate = endpoint->pathTemplate != nullptr ? endpoint->pathTemplate : "";
-        if (endpoint->method != method || !MatchesTemplate(pathTemplate, path)) {
-            continue;
-        }
-        if (pathTemplate.find('{') == std::string_view::npos) {
-            return endpoint;
-        }
-        if (found == nullptr) {
-            found = endpoint;
-        }
+        routes_.push_back(RouteOf(*endpoint));
+        endpoints_.push_back(endpoint);
     }
-    return found;
+    for (const wex::Route& route : routes_) {
+        order_.push_back(&route);
+    }
 }
 
-EndpointAnswer CallEndpoint(const HostApiTable& table, std::uint32_t hostContext, std::uint32_t method,
+// A method of code 8 comes without its name, so it finds only the routes for any method.
+const HostEndpointRecord* EndpointRoutes::Find(std::uint32_t method, std::string_view path) const {
+    const std::optional<wex::RouteMatch> match = wex::MatchRoute(order_, method, {}, path);
+    return match ? endpoints_[static_cast<std::size_t>(match->route - routes_.data())] : nullptr;
+}
+
+EndpointAnswer CallEndpoint(const EndpointRoutes& routes, std::uint32_t hostContext, std::uint32_t method,
                             const std::string& pathWithQuery, const std::string& body, const std::string& contentType) {
     const std::string path = pathWithQuery.substr(0, pathWithQuery.find('?'));
-    const HostEndpointRecord* endpoint = FindEndpoint(table, method, path);
+    const HostEndpointRecord* endpoint = routes.Find(method, path);
     if (endpoint == nullptr) {
         EndpointAnswer answer;
         answer.status = 404;

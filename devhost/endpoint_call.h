@@ -3,7 +3,10 @@
 #include <cstdint>
 #include <map>
 #include <string>
+#include <string_view>
+#include <vector>
 
+#include "api/route_table.h"
 #include "boundary/boundary.h"
 
 namespace tav::host {
@@ -19,16 +22,25 @@ struct EndpointAnswer {
     std::map<std::string, std::string> headers;
 };
 
-// The endpoint of table that serves method and path (the query cut off), as a
-// C host finds it: the method must match and the path the record's template,
-// where "{name}" stands for a non-empty run of characters without "/" and
-// other text for itself. A template without parameters wins over others;
-// otherwise the first in table order. Null when none matches.
-const HostEndpointRecord* FindEndpoint(const HostApiTable& table, std::uint32_t method, std::string_view path);
+// The endpoints of an API table as the framework's routes, so that the host picks for a request the
+// endpoint that the plug-in's own dispatcher would (parameters may be empty, {+name} takes slashes, the
+// shortest capture wins). The table must outlive it.
+class EndpointRoutes {
+  public:
+    explicit EndpointRoutes(const HostApiTable& table);
+
+    // The endpoint that serves method and path (the query cut off); null when none does.
+    const HostEndpointRecord* Find(std::uint32_t method, std::string_view path) const;
+
+  private:
+    std::vector<wex::Route> routes_;
+    std::vector<const wex::Route*> order_;
+    std::vector<const HostEndpointRecord*> endpoints_;  // beside routes_
+};
 
 // Calls the endpoint that serves the request through its entry function and
 // releases the response. No endpoint: status 404 with an error naming the request.
-EndpointAnswer CallEndpoint(const HostApiTable& table, std::uint32_t hostContext, std::uint32_t method,
+EndpointAnswer CallEndpoint(const EndpointRoutes& routes, std::uint32_t hostContext, std::uint32_t method,
                             const std::string& pathWithQuery, const std::string& body, const std::string& contentType);
 
 }  // namespace tav::host

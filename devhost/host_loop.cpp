@@ -10,13 +10,25 @@ void HostLoop::Schedule(HostScheduledCallback callback, void* userData, double d
 }
 
 void HostLoop::QueueEvent(std::string name, wex::BindingProperty payload) {
-    events_.push_back({nextSequence_++, 0, 0.0, std::move(name), std::move(payload)});
+    events_.push_back({nextSequence_++, 0, 0.0, std::move(name), std::move(payload), {}});
 }
 
-void HostLoop::QueueAnswer(int turns, std::string name, wex::BindingProperty payload, double delaySeconds) {
+void HostLoop::QueueAnswer(int turns, std::string name, wex::BindingProperty payload, double delaySeconds,
+                           std::string label) {
     const std::uint64_t dueTurn = turn_ + static_cast<std::uint64_t>(std::max(turns, 1));
     const double dueTime = now_ + (delaySeconds > 0.0 ? delaySeconds : 0.0);
-    answers_.push_back({nextSequence_++, dueTurn, dueTime, std::move(name), std::move(payload)});
+    answers_.push_back({nextSequence_++, dueTurn, dueTime, std::move(name), std::move(payload), std::move(label)});
+}
+
+std::vector<std::pair<std::string, double>> HostLoop::ReleaseHeldAnswers() {
+    std::vector<std::pair<std::string, double>> released;
+    for (Queued& answer : answers_) {
+        if (answer.dueTime > now_) {
+            released.emplace_back(answer.label, answer.dueTime - now_);
+            answer.dueTime = now_;
+        }
+    }
+    return released;
 }
 
 void HostLoop::RunTurn() {

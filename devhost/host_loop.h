@@ -4,6 +4,7 @@
 #include <deque>
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "binding/property.h"
@@ -27,8 +28,12 @@ class HostLoop {
     void Schedule(HostScheduledCallback callback, void* userData, double delaySeconds);
     void QueueEvent(std::string name, wex::BindingProperty payload);
     // Delivered on the turns'th turn from now (at least the next), and not
-    // before the clock has moved on delaySeconds.
-    void QueueAnswer(int turns, std::string name, wex::BindingProperty payload, double delaySeconds = 0.0);
+    // before the clock has moved on delaySeconds. label says what it answers.
+    void QueueAnswer(int turns, std::string name, wex::BindingProperty payload, double delaySeconds = 0.0,
+                     std::string label = {});
+    // Makes every answer held for a later time on the clock due now; answers
+    // the label of each and the seconds it had still to wait.
+    std::vector<std::pair<std::string, double>> ReleaseHeldAnswers();
     // Runs at the start of every turn, before anything else; it may move the clock.
     void SetTurnHook(std::function<void()> hook) { turnHook_ = std::move(hook); }
 
@@ -60,6 +65,7 @@ class HostLoop {
         double dueTime;
         std::string name;
         wex::BindingProperty payload;
+        std::string label;
     };
 
     bool TakeDueCallback(std::uint64_t before, Scheduled& taken);

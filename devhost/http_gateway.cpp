@@ -1,6 +1,11 @@
 #include "http_gateway.h"
 
 #include <httplib.h>
+#include <strings.h>
+
+#include <condition_variable>
+#include <deque>
+#include <mutex>
 
 #include "control_routes.h"
 
@@ -8,7 +13,9 @@ namespace tav::host {
 
 namespace {
 
-constexpr std::size_t kServerThreads = 16;
+// Connections beside the event streams: requests, and idle ones that the server library keeps open for a
+// client's next request.
+constexpr std::size_t kRequestConnections = 32;
 constexpr std::chrono::milliseconds kEventWait{500};
 
 void Write(httplib::Response& response, const HttpAnswer& answer) {
@@ -18,35 +25,143 @@ void Write(httplib::Response& response, const HttpAnswer& answer) {
     }
 }
 
+// The scheme of the Authorization header counts in any letter case (RFC 9110, 11.1).
 bool Authorized(const httplib::Request& request, const std::string& token) {
-    return token.empty() || request.get_header_value("Authorization") == "Bearer " + token ||
-           request.get_param_value("token") == token;
+    if (token.empty() || request.get_param_value("token") == token) {
+        return true;
+    }
+    const std::string authorization = request.get_header_value("Authorization");
+    const std::size_t space = authorization.find(' ');
+    return space != std::string::npos && strcasecmp(authorization.substr(0, space).c_str(), "Bearer") == 0 &&
+           authorization.substr(space + 1) == token;
 }
 
-// Streams events from the one published next; comments in between find a reader that has gone.
-void StreamEvents(EventStream& events, httplib::Response& response) {
-    response.set_header("Cache-Control", "no-cache");
-    auto next = std::make_shared<std::uint64_t>(events.Next());
-    auto greeted = std::make_shared<bool>(false);
-    response.set_chunked_content_provider("text/event-stream",
-                                          [&events, next, greeted](std::size_t, httplib::DataSink& sink) {
-                                              if (!*greeted) {
-                                                  *greeted = true;
-                                                  const std::string hello = ": tav-host events\n\n";
-                                                  return sink.write(hello.data(), hello.size());
-                                              }
-                                              std::string text;
-                                              if (events.Wait(*next, text, kEventWait)) {
-                                                  return sink.write(text.data(), text.size());
-                                              }
-                                              if (events.Closed()) {
-                                                  sink.done();
-                                                  return true;
-                                              }
-                                              const std::string keepAlive = ": keep-alive\n\n";
-                                              return sink.write(keepAlive.data(), keepAlive.size());
-                                          });
+// The target without its "token" arguments: the token is the host's, and the plug-in refuses arguments
+// that its routes do not name.
+std::string WithoutToken(const std::string& target) {
+    const std::size_t query = target.find('?');
+    if (query == std::string::npos) {
+        return target;
+    }
+    std::string kept;
+    for (std::size_t at = query + 1; at <= target.size();) {
+        const std::size_t end = std::min(target.find('&', at), target.size());
+        const std::string argument = target.substr(at, end - at);
+        if (argument.substr(0, argument.find('=')) != "token") {
+            kept += (kept.empty() ? "?" : "&") + argument;
+        }
+        at = end + 1;
+    }
+    return target.substr(0, query) + kept;
 }
+
+// A request that announces no body by Content-Length or Transfer-Encoding has none (RFC 9112, 6.3), where
+// the server library would wait for one until its read timeout and then answer 400. False when reading fails.
+bool ReadBody(const httplib::Request& request, const httplib::ContentReader& reader, std::string& body) {
+    if (!request.has_header("Content-Length") && !request.has_header("Transfer-Encoding")) {
+        return true;
+    }
+    return reader([&body](const char* data, std::size_t length) {
+        body.append(data, length);
+        return true;
+    });
+}
+
+// A reader of the event stream. Its place is given back when the stream's provider is dropped, which the
+// server library does when the connection ends.
+struct StreamReader {
+    StreamReader(std::atomic<std::size_t>& open, std::uint64_t next) : open(open), next(next) {}
+    ~StreamReader() { --open; }
+
+    std::atomic<std::size_t>& open;
+    std::uint64_t next;
+    bool greeted = false;
+};
+
+// Streams events from the one published next; comments in between find a reader that has gone.
+void StreamEvents(EventStream& events, std::shared_ptr<StreamReader> reader, httplib::Response& response) {
+    response.set_header("Cache-Control", "no-cache");
+    response.set_chunked_content_provider("text/event-stream", [&events, reader](std::size_t, httplib::DataSink& sink) {
+        if (!reader->greeted) {
+            reader->greeted = true;
+            const std::string hello = ": tav-host events\n\n";
+            return sink.write(hello.data(), hello.size());
+        }
+        std::string text;
+        if (events.Wait(reader->next, text, kEventWait)) {
+            return sink.write(text.data(), text.size());
+        }
+        if (events.Closed()) {
+            sink.done();
+            return true;
+        }
+        const std::string keepAlive = ": keep-alive\n\n";
+        return sink.write(keepAlive.data(), keepAlive.size());
+    });
+}
+
+// Runs each connection on a thread of its own, so that event streams, which hold theirs for as long as
+// their reader stays, never leave a request waiting for a thread. Threads start as connections need them,
+// up to limit, and stay for later connections; while limit connections are open, the listener waits
+// before it accepts another.
+class ConnectionThreads : public httplib::TaskQueue {
+  public:
+    explicit ConnectionThreads(std::size_t limit) : limit_(limit) {}
+
+    void enqueue(std::function<void()> connection) override {
+        std::unique_lock lock(mutex_);
+        freed_.wait(lock, [this] { return open_ < limit_; });
+        connections_.push_back(std::move(connection));
+        ++open_;
+        if (idle_ < connections_.size()) {
+            threads_.emplace_back([this] { Serve(); });
+        } else {
+            queued_.notify_one();
+        }
+    }
+
+    // The server library calls this from its listening thread, after the last enqueue.
+    void shutdown() override {
+        {
+            std::lock_guard lock(mutex_);
+            stopping_ = true;
+        }
+        queued_.notify_all();
+        for (std::thread& thread : threads_) {
+            thread.join();
+        }
+    }
+
+  private:
+    void Serve() {
+        std::unique_lock lock(mutex_);
+        while (true) {
+            ++idle_;
+            queued_.wait(lock, [this] { return !connections_.empty() || stopping_; });
+            --idle_;
+            if (connections_.empty()) {
+                return;
+            }
+            std::function<void()> connection = std::move(connections_.front());
+            connections_.pop_front();
+            lock.unlock();
+            connection();
+            lock.lock();
+            --open_;
+            freed_.notify_one();
+        }
+    }
+
+    const std::size_t limit_;
+    std::mutex mutex_;
+    std::condition_variable queued_;
+    std::condition_variable freed_;
+    std::deque<std::function<void()>> connections_;
+    std::vector<std::thread> threads_;
+    std::size_t open_ = 0;  // queued or being served
+    std::size_t idle_ = 0;  // threads waiting for a connection
+    bool stopping_ = false;
+};
 
 }  // namespace
 
@@ -56,7 +171,14 @@ HttpGateway::HttpGateway(HostSession& session, HostWorkQueue& queue, EventStream
       events_(events),
       options_(std::move(options)),
       server_(std::make_unique<httplib::Server>()) {
-    server_->new_task_queue = [] { return new httplib::ThreadPool(kServerThreads); };
+    server_->new_task_queue = [this] { return new ConnectionThreads(options_.maxEventStreams + kRequestConnections); };
+    // The library's default shares the port with any other server that asks the same (SO_REUSEPORT), so a
+    // second tav-host on a taken port would take every other request. Reusing the address alone still lets
+    // a restarted host bind while the last one's connections linger.
+    server_->set_socket_options([](socket_t socket) {
+        const int yes = 1;
+        setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
+    });
     Route();
 }
 
@@ -65,7 +187,7 @@ HttpGateway::~HttpGateway() {
 }
 
 void HttpGateway::Route() {
-    const auto handle = [this](const httplib::Request& request, httplib::Response& response) {
+    const auto handle = [this](const httplib::Request& request, httplib::Response& response, const std::string& body) {
         if (!Authorized(request, options_.accessToken)) {
             Write(response, HttpAnswer::Failure(401,
                                                 "This tav-host needs the access token it printed at start, "
@@ -73,13 +195,19 @@ void HttpGateway::Route() {
             return;
         }
         if (request.method == "GET" && request.path == "/devhost/events") {
-            StreamEvents(events_, response);
+            if (openStreams_.fetch_add(1) >= options_.maxEventStreams) {
+                --openStreams_;
+                Write(response,
+                      HttpAnswer::Failure(503, "tav-host serves at most " + std::to_string(options_.maxEventStreams) +
+                                                   " event streams at once; close one to open another"));
+                return;
+            }
+            StreamEvents(events_, std::make_shared<StreamReader>(openStreams_, events_.Next()), response);
             return;
         }
         const std::string method = request.method;
         const std::string path = request.path;
-        const std::string target = request.target;
-        const std::string body = request.body;
+        const std::string target = options_.accessToken.empty() ? request.target : WithoutToken(request.target);
         const std::string contentType = request.get_header_value("Content-Type");
         HostSession& session = session_;
         const bool control = path.rfind(kControlPrefix, 0) == 0;
@@ -93,12 +221,24 @@ void HttpGateway::Route() {
         }
         Write(response, answer.get());
     };
-    server_->Get(".*", handle);
-    server_->Post(".*", handle);
-    server_->Put(".*", handle);
-    server_->Delete(".*", handle);
-    server_->Patch(".*", handle);
-    server_->Options(".*", handle);
+    const auto withoutBody = [handle](const httplib::Request& request, httplib::Response& response) {
+        handle(request, response, {});
+    };
+    const auto withBody = [handle](const httplib::Request& request, httplib::Response& response,
+                                   const httplib::ContentReader& reader) {
+        std::string body;
+        if (!ReadBody(request, reader, body)) {
+            Write(response, HttpAnswer::Failure(400, "The request's body could not be read"));
+            return;
+        }
+        handle(request, response, body);
+    };
+    server_->Get(".*", withoutBody);
+    server_->Options(".*", withoutBody);
+    server_->Post(".*", withBody);
+    server_->Put(".*", withBody);
+    server_->Delete(".*", withBody);
+    server_->Patch(".*", withBody);
 }
 
 bool HttpGateway::Bind() {

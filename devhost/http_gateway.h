@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <chrono>
 #include <memory>
 #include <string>
@@ -20,6 +21,7 @@ struct GatewayOptions {
     int port = 0;             // 0: any free port
     std::string accessToken;  // not empty: every request must carry it
     std::chrono::milliseconds answerTimeout{60000};
+    std::size_t maxEventStreams = 64;  // more are refused with 503
 };
 
 // The HTTP face of tav-host: the plug-in's routes at their own paths, tav-host's
@@ -49,6 +51,7 @@ class HttpGateway {
     HostWorkQueue& queue_;
     EventStream& events_;
     GatewayOptions options_;
+    std::atomic<std::size_t> openStreams_{0};
     std::unique_ptr<httplib::Server> server_;
     std::thread serving_;
     int port_ = 0;

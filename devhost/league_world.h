@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -55,6 +56,22 @@ struct WorldMessage {
     std::string type;
     std::vector<std::string> params;
 };
+
+// The phases of the gameflow session that the plug-in knows.
+constexpr std::array<std::string_view, 14> kGameflowPhases = {"None",
+                                                              "Lobby",
+                                                              "Matchmaking",
+                                                              "CheckedIntoTournament",
+                                                              "ReadyCheck",
+                                                              "ChampSelect",
+                                                              "GameStart",
+                                                              "FailedToLaunch",
+                                                              "InProgress",
+                                                              "Reconnect",
+                                                              "WaitingForStats",
+                                                              "PreEndOfGame",
+                                                              "EndOfGame",
+                                                              "TerminatedInError"};
 
 // How the platform stands when the host starts.
 struct PlatformSettings {

@@ -1,5 +1,7 @@
 #include "live_host.h"
 
+#include <cmath>
+
 namespace tav::host {
 
 namespace {
@@ -8,11 +10,16 @@ namespace {
 // plug-in's wait, where it must not spin.
 constexpr std::chrono::milliseconds kIdleWait{20};
 constexpr std::chrono::milliseconds kWaitingTurn{1};
+// Of each kind of record (host calls, server calls, log lines, events), so that a host that runs all day
+// keeps its memory.
+constexpr std::size_t kRecordLimit = 10000;
 
 }  // namespace
 
 LiveHost::LiveHost(HostSession& session, GatewayOptions options)
-    : session_(session), gateway_(session, queue_, events_, std::move(options)) {}
+    : session_(session), gateway_(session, queue_, events_, std::move(options)) {
+    session_.Host().SetRecordLimit(kRecordLimit);
+}
 
 bool LiveHost::Listen() {
     return gateway_.Bind();
@@ -23,6 +30,9 @@ double LiveHost::WallSeconds() const {
 }
 
 void LiveHost::OnTurn() {
+    if (*stop_ && !stopping_) {
+        BeginStopping();
+    }
     const double wall = WallSeconds();
     session_.Host().MoveClockTo(session_.Host().Now() + (wall - lastWall_));
     lastWall_ = wall;
@@ -31,7 +41,20 @@ void LiveHost::OnTurn() {
     }
 }
 
-void LiveHost::Run(const std::atomic<bool>& stop) {
+// Runs in a turn, which may lie inside a wait of the plug-in: new requests are refused, and what a fault
+// holds back is delivered now, since the plug-in cannot be stopped before its wait ends.
+void LiveHost::BeginStopping() {
+    stopping_ = true;
+    queue_.Close();
+    for (const auto& [call, seconds] : session_.Host().ReleaseHeldAnswers()) {
+        *out_ << "Stopping: the plug-in waits for " << call << ", held " << std::lround(seconds)
+              << " s more by a fault; answering it now. Ctrl-C again quits at once." << std::endl;
+    }
+}
+
+void LiveHost::Run(const std::atomic<bool>& stop, std::ostream& out) {
+    stop_ = &stop;
+    out_ = &out;
     SimulatedHost& host = session_.Host();
     host.SetEventListener([this](const RecordedEvent& event) { events_.Publish(event); });
     host.SetTurnHook([this] { OnTurn(); });

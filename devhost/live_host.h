@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <ostream>
 #include <string>
 
 #include "event_stream.h"
@@ -23,11 +24,15 @@ class LiveHost {
     bool Listen();
     int Port() const { return gateway_.Port(); }
     // Serves until stop becomes true; then refuses what is still queued and
-    // stops the HTTP server. The session is left to the caller to stop.
-    void Run(const std::atomic<bool>& stop);
+    // stops the HTTP server. The session is left to the caller to stop. A
+    // stop that comes while the plug-in waits for a server answer that a
+    // fault delays says so on out and delivers that answer at once, so that
+    // the wait ends.
+    void Run(const std::atomic<bool>& stop, std::ostream& out);
 
   private:
     void OnTurn();
+    void BeginStopping();
     double WallSeconds() const;
 
     HostSession& session_;
@@ -36,6 +41,9 @@ class LiveHost {
     HttpGateway gateway_;
     std::chrono::steady_clock::time_point started_ = std::chrono::steady_clock::now();
     double lastWall_ = 0.0;
+    const std::atomic<bool>* stop_ = nullptr;
+    std::ostream* out_ = nullptr;
+    bool stopping_ = false;
 };
 
 }  // namespace tav::host

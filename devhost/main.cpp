@@ -1,4 +1,5 @@
 // tav-host: the development host of the tav-leagues plug-in.
+#include <unistd.h>
 #include <CLI/CLI.hpp>
 
 #include <atomic>
@@ -13,8 +14,13 @@ namespace {
 
 std::atomic<bool> stopRequested{false};
 
+// A second interrupt quits at once, should stopping the plug-in hang.
 extern "C" void RequestStop(int) {
-    stopRequested = true;
+    if (stopRequested.exchange(true)) {
+        constexpr char kQuit[] = "tav-host: quit without stopping the plug-in\n";
+        (void)!write(STDERR_FILENO, kQuit, sizeof kQuit - 1);
+        _exit(130);
+    }
 }
 
 // The options every subcommand shares: which library, which core version.

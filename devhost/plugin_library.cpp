@@ -3,6 +3,7 @@
 #include <charconv>
 
 #include "address_sanitizer.h"
+#include "platform/abort_notice.h"
 #include "platform/dynamic_library.h"
 
 namespace tav::host {
@@ -76,7 +77,14 @@ bool PluginLibrary::Load(const CoreVersion& version) {
     loadInfo_.major = version.major;
     loadInfo_.minor = version.minor;
     loadInfo_.patch = version.patch;
-    context_ = entry_(&loadInfo_);
+    {
+        // The plug-in ends the process inside its entry to refuse a core
+        // version, and its assertion report alone does not say how to go on.
+        const wex::platform::AbortNotice notice(
+            "tav-host: the plug-in ended the process on loading with core plugin API " + version.ToString() +
+            "; offer the version it supports with --core-version X.Y.Z\n");
+        context_ = entry_(&loadInfo_);
+    }
     if (context_ == nullptr || loadInfo_.callbacks == nullptr) {
         error_ = "load_tav_leagues returned no module";
         context_ = nullptr;

@@ -1,7 +1,9 @@
 #include "scenario.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <sstream>
 #include <stdexcept>
 
@@ -14,6 +16,7 @@
 #include "json_subset.h"
 #include "method_text.h"
 #include "value_builders.h"
+#include "value_shape.h"
 #include "world_source.h"
 
 namespace tav::host {
@@ -62,6 +65,125 @@ std::string MissingRoute(const BindingProperty& required, const HostApiTable& ta
     return {};
 }
 
+// The kind of each step's value and, for a mapping, its keys.
+struct StepShape {
+    const char* action;
+    ValueKind kind;
+    std::vector<KeyShape> keys;
+};
+
+const std::vector<StepShape>& StepShapes() {
+    using enum ValueKind;
+    static const std::vector<StepShape> shapes = {
+        {"note", Any, {}},
+        {"login", Mapping, {}},
+        {"logout", Mapping, {}},
+        {"gameflow", Mapping, {{"phase", Text}, {"queue", Text}}},
+        {"switch", Mapping, {{"name", Text, true}, {"on", Bool, true}}},
+        {"resource", Mapping, {{"uri", Text, true}, {"value"}}},
+        {"push", Mapping, {{"typeName", Text}, {"body", Mapping, true}}},
+        {"advance", Number, {}},
+        {"nextTokenExpiry", Number, {}},
+        {"fault",
+         Mapping,
+         {{"destination", Text, true},
+          {"method", Text, true},
+          {"error", Text},
+          {"status", WholeNumber},
+          {"delaySeconds", Number},
+          {"className", Text},
+          {"malformed", Bool}}},
+        {"clearFaults", Mapping, {}},
+        {"call", Mapping, {{"method", Text}, {"path", Text, true}, {"body"}}},
+        {"expect", Mapping, {{"events", List}, {"serverCalls", List}, {"log", List}, {"hostCalls", List}}},
+    };
+    return shapes;
+}
+
+// Calls check for each element of the list member name, if there is one.
+void CheckElements(const BindingProperty& value, std::string_view name, const std::string& path,
+                   const std::function<void(const BindingProperty&, const std::string&)>& check) {
+    const BindingProperty& list = value.Member(name);
+    for (std::size_t index = 0; index < list.Size(); ++index) {
+        check(list.At(index), MemberPath(path, name) + "[" + std::to_string(index) + "]");
+    }
+}
+
+void CheckExpectations(const BindingProperty& expect, const std::string& path) {
+    CheckElements(expect, "events", path, [](const BindingProperty& event, const std::string& eventPath) {
+        CheckKeys(event, eventPath, {{"name", ValueKind::Text}, {"payload"}});
+    });
+    CheckElements(expect, "serverCalls", path, [](const BindingProperty& call, const std::string& callPath) {
+        CheckKeys(call, callPath,
+                  {{"destination", ValueKind::Text, true}, {"method", ValueKind::Text, true}, {"arguments"}});
+    });
+    for (const char* lines : {"log", "hostCalls"}) {
+        CheckElements(expect, lines, path, [](const BindingProperty& line, const std::string& linePath) {
+            CheckKind(line, linePath, ValueKind::Text);
+        });
+    }
+}
+
+void CheckStep(const BindingProperty& step, const std::string& path) {
+    if (step.Kind() != BindingPropertyKind::Structure || step.Members().begin() == step.Members().end()) {
+        throw ShapeError(path, "a step is a mapping with one action, such as {login: {}}");
+    }
+    const std::string action((*step.Members().begin()).name);
+    const auto& shapes = StepShapes();
+    const auto shape =
+        std::find_if(shapes.begin(), shapes.end(), [&](const StepShape& known) { return known.action == action; });
+    if (shape == shapes.end()) {
+        throw ShapeError(path, "unknown step \"" + action + "\"");
+    }
+    // A call carries its expectation beside it.
+    CheckKeys(step, path,
+              action == "call" ? std::vector<KeyShape>{{"call"}, {"expect", ValueKind::Mapping}}
+                               : std::vector<KeyShape>{{shape->action}});
+    const std::string valuePath = MemberPath(path, action);
+    CheckKind(step.Member(action), valuePath, shape->kind);
+    if (shape->kind == ValueKind::Mapping) {
+        CheckKeys(step.Member(action), valuePath, shape->keys);
+    }
+    if (action == "call" && step.HasMember("expect")) {
+        CheckKeys(step.Member("expect"), MemberPath(path, "expect"),
+                  {{"status", ValueKind::WholeNumber},
+                   {"json"},
+                   {"contains", ValueKind::List},
+                   {"lacks", ValueKind::List},
+                   {"message", ValueKind::Text}});
+    }
+    if (action == "expect") {
+        CheckExpectations(step.Member(action), valuePath);
+    }
+}
+
+// Checks the whole file before anything is played.
+void CheckScenario(const BindingProperty& scenario) {
+    CheckKeys(scenario, "",
+              {{"name", ValueKind::Text}, {"world", ValueKind::Text}, {"requires", ValueKind::List}, {"steps"}});
+    const BindingProperty& steps = scenario.Member("steps");
+    if (steps.Kind() != BindingPropertyKind::Collection || steps.Size() == 0) {
+        throw Mismatch("a scenario needs \"steps\", a list of at least one step");
+    }
+    CheckElements(scenario, "steps", "", CheckStep);
+}
+
+// Whether line holds text, where a number at either end of text is not a piece of a longer one: "jwt 53"
+// is not in "jwt 539.99", while "jwt 539" is, a whole number standing for the whole part.
+bool Holds(std::string_view line, std::string_view text) {
+    const auto digit = [](char character) { return character >= '0' && character <= '9'; };
+    for (std::size_t at = line.find(text); at != std::string_view::npos; at = line.find(text, at + 1)) {
+        const std::size_t end = at + text.size();
+        const bool cutBefore =
+            !text.empty() && digit(text.front()) && at > 0 && (digit(line[at - 1]) || line[at - 1] == '.');
+        const bool cutAfter = !text.empty() && digit(text.back()) && end < line.size() && digit(line[end]);
+        if (!cutBefore && !cutAfter) {
+            return true;
+        }
+    }
+    return false;
+}
+
 // Plays the steps of one scenario on a started session.
 class Player {
   public:
@@ -98,9 +220,6 @@ void Player::Control(std::string_view method, const std::string& path, const Bin
 }
 
 std::string Player::Play(const BindingProperty& step) {
-    if (step.Kind() != BindingPropertyKind::Structure || step.Members().begin() == step.Members().end()) {
-        throw Mismatch("a step is a mapping with one action, such as {login: {}}");
-    }
     const auto action = *step.Members().begin();
     const std::string name(action.name);
     const BindingProperty& value = action.value;
@@ -138,6 +257,10 @@ std::string Player::Play(const BindingProperty& step) {
         Control("POST", "/devhost/clock", Structure({{"seconds", value}}));
         return "advance " + Text(value) + " s";
     }
+    if (name == "nextTokenExpiry") {
+        Control("PUT", "/devhost/next-token-expiry", Structure({{"seconds", value}}));
+        return "next tokens expire in " + Text(value) + " s";
+    }
     if (name == "fault") {
         const std::string call =
             std::string(value.Member("destination").AsString()) + "/" + std::string(value.Member("method").AsString());
@@ -151,10 +274,8 @@ std::string Player::Play(const BindingProperty& step) {
     if (name == "call") {
         return Call(value, step.Member("expect"));
     }
-    if (name == "expect") {
-        return Expect(value);
-    }
-    throw Mismatch("unknown step \"" + name + "\"");
+    // The last of the steps that CheckStep lets through.
+    return Expect(value);
 }
 
 std::string Player::Call(const BindingProperty& call, const BindingProperty& expect) {
@@ -252,7 +373,7 @@ void Player::ExpectLines(const BindingProperty& expected, const std::vector<std:
                          std::string_view what) {
     for (const BindingProperty& want : expected.Elements()) {
         const std::string_view text = want.AsString();
-        while (cursor < lines.size() && lines[cursor].find(text) == std::string::npos) {
+        while (cursor < lines.size() && !Holds(lines[cursor], text)) {
             ++cursor;
         }
         if (cursor == lines.size()) {
@@ -269,6 +390,7 @@ int PlayFile(const std::string& file, const ScenarioOptions& options, std::ostre
         throw Mismatch(std::string(scenario.GetError()));
     }
     out << "Scenario " << file << ": " << scenario.Member("name").AsString("(no name)") << '\n';
+    CheckScenario(scenario);
     std::string error;
     std::string worldPath(scenario.Member("world").AsString());
     if (!worldPath.empty()) {
@@ -288,9 +410,6 @@ int PlayFile(const std::string& file, const ScenarioOptions& options, std::ostre
         return kScenariosSkipped;
     }
     const BindingProperty& steps = scenario.Member("steps");
-    if (steps.Kind() != BindingPropertyKind::Collection || steps.Size() == 0) {
-        throw Mismatch("a scenario needs \"steps\", a list of at least one step");
-    }
     Player player(session);
     for (std::size_t index = 0; index < steps.Size(); ++index) {
         try {

@@ -52,25 +52,26 @@ int Serve(const ServeOptions& options, const std::atomic<bool>& stop, std::ostre
         return 1;
     }
     HostSession session(world);
+    GatewayOptions gateway;
+    gateway.address = options.address;
+    gateway.port = options.port;
+    gateway.accessToken = IsLoopback(options.address) ? "" : NewAccessToken();
+    // The port first: a taken one should not cost a start of the plug-in.
+    LiveHost live(session, gateway);
+    if (!live.Listen()) {
+        err << "tav-host: cannot listen on " << options.address << " port " << options.port
+            << ": another program has it, or the address is not this machine's (--port 0 takes any free port)\n";
+        return 1;
+    }
     if (!session.Start(options.pluginPath, options.coreVersion)) {
         err << "tav-host: " << session.Error() << '\n';
         return 1;
     }
     out << "Started " << options.pluginPath << " with core plugin API " << options.coreVersion.ToString() << '\n';
-    GatewayOptions gateway;
-    gateway.address = options.address;
-    gateway.port = options.port;
-    gateway.accessToken = IsLoopback(options.address) ? "" : NewAccessToken();
-    LiveHost live(session, gateway);
-    if (!live.Listen()) {
-        err << "tav-host: cannot listen on " << options.address << " port " << options.port
-            << " (in use? --port 0 takes any free port)\n";
-        return 1;
-    }
     const std::string host =
         options.address.find(':') != std::string::npos ? "[" + options.address + "]" : options.address;
     PrintWelcome(out, "http://" + host + ":" + std::to_string(live.Port()), gateway.accessToken, *world);
-    live.Run(stop);
+    live.Run(stop, out);
     session.Stop();
     out << "Stopped. Memory after stop:\n";
     PrintMemory(out, session.Library().Memory());

@@ -92,7 +92,8 @@ SimulatedHost::SimulatedHost(std::uint32_t hostContext)
         }
     };
     api.CoreEntry1 = [](const CoreApi* self, std::uint32_t first, std::uint32_t second) -> std::uint32_t {
-        Owner(self).records_.journal.push_back("CoreEntry1 " + std::to_string(first) + " " + std::to_string(second));
+        SimulatedHost& host = Owner(self);
+        host.Record(host.records_.journal, "CoreEntry1 " + std::to_string(first) + " " + std::to_string(second));
         return 0;
     };
     api.SendEvent = [](const CoreApi* self, const HostEvent* event) {
@@ -112,24 +113,27 @@ SimulatedHost::SimulatedHost(std::uint32_t hostContext)
                               std::uint32_t) { Owner(self).OnSchedule(label, callback, userData, delaySeconds); };
     api.YieldToHost = [](const CoreApi* self) { Owner(self).OnYield(); };
     api.BeginWait = [](const CoreApi* self, const char* label, std::uint32_t) {
-        HostRecords& records = Owner(self).records_;
-        records.waits.push_back(Text(label));
-        records.journal.push_back("BeginWait " + Text(label));
+        SimulatedHost& host = Owner(self);
+        host.Record(host.records_.waits, Text(label));
+        host.Record(host.records_.journal, "BeginWait " + Text(label));
     };
     api.EndWait = [](const CoreApi* self) {
-        HostRecords& records = Owner(self).records_;
-        ++records.endWaits;
-        records.journal.push_back("EndWait");
+        SimulatedHost& host = Owner(self);
+        ++host.records_.endWaits;
+        host.Record(host.records_.journal, std::string("EndWait"));
     };
     api.Log = [](const CoreApi* self, std::int32_t level, const char* text) {
-        Owner(self).records_.logLines.push_back({level, Text(text)});
+        SimulatedHost& host = Owner(self);
+        host.Record(host.records_.logLines, RecordedLogLine{level, Text(text)});
     };
 }
 
 SimulatedHost::~SimulatedHost() = default;
 
 bool SimulatedHost::Start(PluginLibrary& plugin) {
-    apiTable_ = plugin.loadInfo().apiTable;
+    if (plugin.loadInfo().apiTable != nullptr) {
+        routes_.emplace(*plugin.loadInfo().apiTable);
+    }
     return plugin.Start(startInfo_);
 }
 
@@ -137,7 +141,7 @@ void SimulatedHost::Stop(PluginLibrary& plugin) {
     plugin.Stop();
     subscribers_.clear();
     loop_.Clear();
-    apiTable_ = nullptr;
+    routes_.reset();
 }
 
 // ---- Scripts ----------------------------------------------------------------
@@ -212,6 +216,20 @@ void SimulatedHost::Deliver(const std::string& name, const wex::BindingProperty&
     DeliverNow(name, value.Get());
 }
 
+void SimulatedHost::ClearJournal() {
+    records_.journal.clear();
+    records_.serverCalls.clear();
+}
+
+template <typename T>
+void SimulatedHost::Record(std::vector<T>& list, T entry) {
+    list.push_back(std::move(entry));
+    // A tenth at a time, so that a full list does not move all its entries for each one added.
+    if (recordLimit_ != 0 && list.size() > recordLimit_) {
+        list.erase(list.begin(), list.end() - static_cast<std::ptrdiff_t>(recordLimit_ - recordLimit_ / 10));
+    }
+}
+
 std::size_t SimulatedHost::UnreleasedResponses() {
     return unreleasedResponses;
 }
@@ -225,14 +243,14 @@ std::size_t SimulatedHost::SubscriberCount(const std::string& name) const {
 
 EndpointAnswer SimulatedHost::CallEndpoint(std::uint32_t method, const std::string& pathWithQuery,
                                            const std::string& body, const std::string& contentType) {
-    if (apiTable_ == nullptr) {
+    if (!routes_) {
         EndpointAnswer answer;
         answer.status = 404;
         answer.failed = true;
         answer.error = "No plug-in is started";
         return answer;
     }
-    return tav::host::CallEndpoint(*apiTable_, startInfo_.hostContext, method, pathWithQuery, body, contentType);
+    return tav::host::CallEndpoint(*routes_, startInfo_.hostContext, method, pathWithQuery, body, contentType);
 }
 
 // ---- The host's functions -----------------------------------------------------
@@ -247,8 +265,8 @@ void SimulatedHost::OnSendRequest(HostResponse& response, const HostRequest& req
         arguments.push_back(wex::HostValueToBinding(value, "argument"));
         recorded.arguments.push_back(HostValueJson(value));
     }
-    records_.journal.push_back("SendRequest " + std::string(MethodText(recorded.method)) + " " + recorded.path);
-    records_.requests.push_back(recorded);
+    Record(records_.journal, "SendRequest " + std::string(MethodText(recorded.method)) + " " + recorded.path);
+    Record(records_.requests, recorded);
     try {
         Respond(response, recorded, arguments);
     } catch (const std::exception& error) {
@@ -302,7 +320,8 @@ void SimulatedHost::Fill(HostResponse& response, const ScriptedAnswer& answer) {
 
 ServerAnswer SimulatedHost::CallServer(std::string_view destination, std::string_view method,
                                        const wex::BindingProperty& arguments) {
-    records_.serverCalls.push_back({std::string(destination), std::string(method), wex::WriteJson(arguments)});
+    Record(records_.serverCalls,
+           RecordedServerCall{std::string(destination), std::string(method), wex::WriteJson(arguments)});
     return server_.Answer(destination, method, arguments);
 }
 
@@ -348,15 +367,16 @@ void SimulatedHost::StartServiceProxyCall(HostResponse& response, const std::vec
     if (answer.turns == ServerAnswer::kDuringRequest) {
         Deliver(name, event);
     } else if (answer.turns != ServerAnswer::kNever) {
-        loop_.QueueAnswer(answer.turns, name, event, answer.delaySeconds);
+        loop_.QueueAnswer(answer.turns, name, event, answer.delaySeconds,
+                          std::string(service) + "." + std::string(method));
     }
     Fill(response, started);
 }
 
 void SimulatedHost::OnSendEvent(const HostEvent& event) {
     const HostValue payload = event.payload;
-    records_.events.push_back({Text(event.name), HostValueJson(payload)});
-    records_.journal.push_back("SendEvent " + Text(event.name));
+    Record(records_.events, RecordedEvent{Text(event.name), HostValueJson(payload)});
+    Record(records_.journal, "SendEvent " + Text(event.name));
     if (eventListener_) {
         eventListener_(records_.events.back());
     }
@@ -365,8 +385,8 @@ void SimulatedHost::OnSendEvent(const HostEvent& event) {
 void SimulatedHost::OnSubscribe(const char* name, std::uint32_t hostContext, HostEventCallback callback, void* userData,
                                 std::uint32_t flag) {
     const std::string eventName = Text(name);
-    records_.subscriptions.push_back({eventName, flag, callback, userData});
-    records_.journal.push_back("SubscribeHostEvent " + eventName + " " + std::to_string(flag));
+    Record(records_.subscriptions, RecordedSubscription{eventName, flag, callback, userData});
+    Record(records_.journal, "SubscribeHostEvent " + eventName + " " + std::to_string(flag));
     RemoveSubscriber(eventName, hostContext);
     if (callback != nullptr) {
         subscribers_.push_back({eventName, hostContext, callback, userData});
@@ -375,8 +395,8 @@ void SimulatedHost::OnSubscribe(const char* name, std::uint32_t hostContext, Hos
 
 void SimulatedHost::OnUnsubscribe(const char* name, std::uint32_t hostContext) {
     const std::string eventName = Text(name);
-    records_.unsubscriptions.push_back(eventName);
-    records_.journal.push_back("UnsubscribeHostEvent " + eventName);
+    Record(records_.unsubscriptions, eventName);
+    Record(records_.journal, "UnsubscribeHostEvent " + eventName);
     RemoveSubscriber(eventName, hostContext);
 }
 
@@ -387,8 +407,8 @@ void SimulatedHost::RemoveSubscriber(const std::string& name, std::uint32_t host
 }
 
 void SimulatedHost::OnSchedule(const char* label, HostScheduledCallback callback, void* userData, double delaySeconds) {
-    records_.schedules.push_back({Text(label), delaySeconds, callback, userData});
-    records_.journal.push_back("ScheduleCallback " + Text(label) + " " + NumberText(delaySeconds));
+    Record(records_.schedules, RecordedSchedule{Text(label), delaySeconds, callback, userData});
+    Record(records_.journal, "ScheduleCallback " + Text(label) + " " + NumberText(delaySeconds));
     if (callback != nullptr) {
         loop_.Schedule(callback, userData, delaySeconds);
     }
@@ -396,7 +416,7 @@ void SimulatedHost::OnSchedule(const char* label, HostScheduledCallback callback
 
 void SimulatedHost::OnYield() {
     ++records_.yields;
-    records_.journal.push_back("YieldToHost");
+    Record(records_.journal, std::string("YieldToHost"));
     loop_.RunTurn();
 }
 

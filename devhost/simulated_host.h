@@ -4,6 +4,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -75,6 +76,9 @@ class SimulatedHost {
     std::size_t RunUntilIdle(std::size_t maxTurns = 100) { return loop_.RunUntilIdle(maxTurns); }
     void AdvanceClock(double seconds) { loop_.AdvanceClock(seconds); }
     double Now() const { return loop_.Now(); }
+    // Makes the server answers that a fault's delay holds due now; answers
+    // "destination.method" of each and the seconds it had still to wait.
+    std::vector<std::pair<std::string, double>> ReleaseHeldAnswers() { return loop_.ReleaseHeldAnswers(); }
 
     // ---- The plug-in's API -------------------------------------------------
 
@@ -89,6 +93,11 @@ class SimulatedHost {
     // The current value of a resource; null when there is none.
     const wex::BindingProperty* Resource(const std::string& uri) const;
     void ClearRecords() { records_ = HostRecords(); }
+    // Forgets the journal and the server calls, what GET /devhost/journal shows.
+    void ClearJournal();
+    // Keeps at most limit entries in each list of the records: one that would hold more drops its oldest
+    // tenth. 0, the default, keeps everything.
+    void SetRecordLimit(std::size_t limit) { recordLimit_ = limit; }
     // Subscriptions in place now, by event name.
     std::size_t SubscriberCount(const std::string& name) const;
     // Responses of any simulated host that the plug-in has not released yet.
@@ -130,13 +139,16 @@ class SimulatedHost {
     void StartServiceProxyCall(HostResponse& response, const std::vector<wex::BindingProperty>& arguments,
                                bool uuidRequest);
     void Deliver(const std::string& name, const wex::BindingProperty& payload);
+    template <typename T>
+    void Record(std::vector<T>& list, T entry);
     void PublishResourceChange(const std::string& uri, const char* eventType, const wex::BindingProperty& data);
 
     Table table_{};
     PluginStartInfo startInfo_{};
-    const HostApiTable* apiTable_ = nullptr;
+    std::optional<EndpointRoutes> routes_;  // of the started plug-in's API table
     HostLoop loop_;
     HostRecords records_;
+    std::size_t recordLimit_ = 0;
     std::vector<Subscriber> subscribers_;
     std::map<std::pair<std::uint32_t, std::string>, ScriptedAnswer> answers_;
     std::map<std::string, wex::BindingProperty, std::less<>> resources_;

@@ -205,7 +205,7 @@ void WorldServer::SetFault(const std::string& destination, const std::string& me
 }
 
 ServerAnswer WorldServer::Answer(std::string_view destination, std::string_view method,
-                                 const wex::BindingProperty& arguments) const {
+                                 const wex::BindingProperty& arguments) {
     const auto fault = faults_.find(std::make_pair(std::string(destination), std::string(method)));
     if (fault == faults_.end()) {
         return WorldAnswer(destination, method, arguments);
@@ -224,7 +224,7 @@ ServerAnswer WorldServer::Answer(std::string_view destination, std::string_view 
 }
 
 ServerAnswer WorldServer::WorldAnswer(std::string_view destination, std::string_view method,
-                                      const wex::BindingProperty& arguments) const {
+                                      const wex::BindingProperty& arguments) {
     const std::string call = std::string(destination) + "." + std::string(method);
     if (destination == "leagues") {
         return LeaguesAnswer(method, arguments);
@@ -248,7 +248,7 @@ ServerAnswer WorldServer::WorldAnswer(std::string_view destination, std::string_
     return ServerAnswer::Failure("The game server has no method " + call, 404);
 }
 
-ServerAnswer WorldServer::LeaguesAnswer(std::string_view method, const wex::BindingProperty& arguments) const {
+ServerAnswer WorldServer::LeaguesAnswer(std::string_view method, const wex::BindingProperty& arguments) {
     const LeagueWorld& world = *world_;
     if (method == "getAllMyLeagues") {
         return Answered("com.orvelsoft.platform.leagues.client.dto.SummonerLeaguesDTO",
@@ -273,7 +273,9 @@ ServerAnswer WorldServer::LeaguesAnswer(std::string_view method, const wex::Bind
                         MyEntries(world, [](BindingProperty&) {}));
     }
     if (method == "getMySignedLeaguePositions") {
-        const std::int64_t expiresAt = clock_() + static_cast<std::int64_t>(world.tokenMinutes * 60.0);
+        const double lifetime = nextTokenSeconds_.value_or(world.tokenMinutes * 60.0);
+        nextTokenSeconds_.reset();
+        const std::int64_t expiresAt = clock_() + static_cast<std::int64_t>(lifetime);
         return Answered("", MyEntries(world, [&](BindingProperty& entry) {
                             entry.Member("jwt") = String(MakeSignedToken(
                                 world.currentPlayer, std::string(entry.Member("queueType").AsString()), expiresAt));

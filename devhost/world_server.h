@@ -4,6 +4,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -31,9 +32,11 @@ class WorldServer {
     // clock: seconds since 1970, for the expiry of signed tokens.
     explicit WorldServer(std::shared_ptr<const LeagueWorld> world, std::function<std::int64_t()> clock = {});
 
-    ServerAnswer Answer(std::string_view destination, std::string_view method,
-                        const wex::BindingProperty& arguments) const;
+    ServerAnswer Answer(std::string_view destination, std::string_view method, const wex::BindingProperty& arguments);
 
+    // The next signed standings handed out expire this many seconds after, instead of the world's
+    // tokenMinutes: a token close to its expiry, without making every token so.
+    void SetNextTokenExpiry(double seconds) { nextTokenSeconds_ = seconds; }
     void SetFault(const std::string& destination, const std::string& method, ServerFault fault);
     void ClearFaults() { faults_.clear(); }
     const std::map<std::pair<std::string, std::string>, ServerFault>& Faults() const { return faults_; }
@@ -41,12 +44,13 @@ class WorldServer {
 
   private:
     ServerAnswer WorldAnswer(std::string_view destination, std::string_view method,
-                             const wex::BindingProperty& arguments) const;
-    ServerAnswer LeaguesAnswer(std::string_view method, const wex::BindingProperty& arguments) const;
+                             const wex::BindingProperty& arguments);
+    ServerAnswer LeaguesAnswer(std::string_view method, const wex::BindingProperty& arguments);
 
     std::shared_ptr<const LeagueWorld> world_;
     std::function<std::int64_t()> clock_;
     std::map<std::pair<std::string, std::string>, ServerFault> faults_;
+    std::optional<double> nextTokenSeconds_;
 };
 
 }  // namespace tav::host

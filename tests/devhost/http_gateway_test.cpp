@@ -1,5 +1,9 @@
+#include <arpa/inet.h>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <httplib.h>
+#include <sys/socket.h>
+#include <unistd.h>
 
 #include <atomic>
 #include <thread>
@@ -15,9 +19,48 @@ using tav::host::GatewayOptions;
 using tav::host::HostSession;
 using tav::test::DemoWorld;
 using tav::test::LiveHostTest;
+using ::testing::HasSubstr;
+
+// A connection that sends its request as written, which the client library would amend; reads give up
+// after a second without data.
+class RawConnection {
+  public:
+    explicit RawConnection(int port) : socket_(socket(AF_INET, SOCK_STREAM, 0)) {
+        const timeval second{1, 0};
+        setsockopt(socket_, SOL_SOCKET, SO_RCVTIMEO, &second, sizeof second);
+        sockaddr_in address{};
+        address.sin_family = AF_INET;
+        address.sin_port = htons(static_cast<std::uint16_t>(port));
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        EXPECT_EQ(connect(socket_, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+    }
+    ~RawConnection() { close(socket_); }
+
+    // Sends request; answers what came back until it holds until (by default, until the peer closes) or a
+    // read gives up.
+    std::string Exchange(const std::string& request, std::string_view until = {}) {
+        EXPECT_EQ(send(socket_, request.data(), request.size(), 0), static_cast<ssize_t>(request.size()));
+        std::string received;
+        char buffer[4096];
+        ssize_t count = 0;
+        while ((until.empty() || received.find(until) == std::string::npos) &&
+               (count = recv(socket_, buffer, sizeof buffer, 0)) > 0) {
+            received.append(buffer, static_cast<std::size_t>(count));
+        }
+        return received;
+    }
+
+  private:
+    int socket_;
+};
 
 TEST_F(LiveHostTest, AnswersEveryKindOfRequestWithItsStatusAndJson) {
     Serve();
+    const char* kClockStep =
+        R"({"message":"The clock moves on by {\"seconds\": N}, N more than 0 and at most 86400","status":400})";
+    const char* kTokenExpiry =
+        R"({"message":"The next tokens expire {\"seconds\": N} after they are handed out, N from 0 to 86400",)"
+        R"("status":400})";
     const struct {
         const char* method;
         const char* path;
@@ -32,6 +75,10 @@ TEST_F(LiveHostTest, AnswersEveryKindOfRequestWithItsStatusAndJson) {
         {"PUT", "/devhost/gameflow", "{", 400, nullptr},
         {"PUT", "/devhost/gameflow", R"({"queue":"RANKED_SOLO_5x5"})", 400,
          R"({"message":"The gameflow needs a \"phase\", such as \"ChampSelect\"","status":400})"},
+        {"PUT", "/devhost/gameflow", R"({"phase":"Lobbyy"})", 400,
+         R"({"message":"phase: 'Lobbyy' is none of None, Lobby, Matchmaking, CheckedIntoTournament, ReadyCheck, )"
+         R"(ChampSelect, GameStart, FailedToLaunch, InProgress, Reconnect, WaitingForStats, PreEndOfGame, EndOfGame, )"
+         R"(TerminatedInError","status":400})"},
         {"PUT", "/devhost/gameflow", R"({"phase":"ChampSelect","queue":"RANKED_FLEX_SR"})", 204, ""},
         {"PUT", "/devhost/switches/darkMode", "true", 404,
          R"({"message":"No switch darkMode; the switches are leagueServiceEnabled and JWTEnabled","status":404})"},
@@ -41,23 +88,30 @@ TEST_F(LiveHostTest, AnswersEveryKindOfRequestWithItsStatusAndJson) {
         {"GET", "/devhost/resources/tav-platform-config/v1/namespaces/LeagueConfig/JWTEnabled", "", 200, "false"},
         {"GET", "/devhost/resources/tav-nothing/v1/x", "", 404,
          R"({"message":"No resource /tav-nothing/v1/x","status":404})"},
-        {"POST", "/devhost/clock", R"({"seconds":-1})", 400,
-         R"({"message":"The clock moves on by {\"seconds\": N}, N at least 0","status":400})"},
-        {"POST", "/devhost/clock", R"({"seconds":"soon"})", 400, nullptr},
+        {"POST", "/devhost/clock", R"({"seconds":0})", 400, kClockStep},
+        {"POST", "/devhost/clock", R"({"seconds":1e308})", 400, kClockStep},
+        {"POST", "/devhost/clock", R"({"seconds":86400.5})", 400, kClockStep},
+        {"POST", "/devhost/clock", R"({"seconds":"soon"})", 400, kClockStep},
+        {"POST", "/devhost/clock", R"({"seconds":86400})", 200, nullptr},
+        {"PUT", "/devhost/next-token-expiry", R"({"seconds":-0.5})", 400, kTokenExpiry},
+        {"PUT", "/devhost/next-token-expiry", R"({"seconds":86400.5})", 400, kTokenExpiry},
+        {"PUT", "/devhost/next-token-expiry", R"({"seconds":0})", 204, ""},
         {"PUT", "/devhost/faults/leagues/getAllMyLeagues", R"({"delaySeconds":"soon"})", 400,
-         R"({"message":"\"delaySeconds\" lies between 0 and 86400","status":400})"},
+         R"({"message":"\"delaySeconds\" lies between 0 and 600","status":400})"},
         {"POST", "/devhost/messages", R"({"typeName":"x"})", 400,
          R"({"message":"A pushed message needs a \"body\" object","status":400})"},
         {"PUT", "/devhost/faults/leagues", "{}", 404,
          R"({"message":"A fault is set on /devhost/faults/DESTINATION/METHOD","status":404})"},
-        {"PUT", "/devhost/faults/leagues/getAllMyLeagues", R"({"delaySeconds":86401})", 400,
-         R"({"message":"\"delaySeconds\" lies between 0 and 86400","status":400})"},
-        {"PUT", "/devhost/faults/leagues/getAllMyLeagues", R"({"error":"down","delaySeconds":86400})", 204, ""},
+        {"PUT", "/devhost/faults/leagues/getAllMyLeagues", R"({"delaySeconds":600.5})", 400,
+         R"({"message":"\"delaySeconds\" lies between 0 and 600","status":400})"},
+        {"PUT", "/devhost/faults/leagues/getAllMyLeagues", R"({"error":"down","delaySeconds":600})", 204, ""},
         {"GET", "/devhost/faults", "", 200,
-         R"([{"className":"","delaySeconds":86400.0,"destination":"leagues","error":"down","malformed":false,)"
+         R"([{"className":"","delaySeconds":600.0,"destination":"leagues","error":"down","malformed":false,)"
          R"("method":"getAllMyLeagues","status":500}])"},
         {"DELETE", "/devhost/faults", "", 204, ""},
         {"GET", "/devhost/faults", "", 200, "[]"},
+        {"DELETE", "/devhost/journal", "", 204, ""},
+        {"GET", "/devhost/journal", "", 200, R"({"hostCalls":[],"serverCalls":[]})"},
     };
     for (const auto& row : cases) {
         SCOPED_TRACE(std::string(row.method) + " " + row.path + " " + row.body);
@@ -76,10 +130,38 @@ TEST_F(LiveHostTest, AnswersEveryKindOfRequestWithItsStatusAndJson) {
     }
 }
 
+TEST_F(LiveHostTest, TakesARequestWithoutContentLengthAsOneWithoutBody) {
+    Serve();
+    const struct {
+        const char* request;
+        const char* headersAndBody;
+        const char* answer;
+    } cases[] = {
+        {"POST /devhost/login", "\r\n", "204 No Content\r\n"},
+        {"POST /tav-leagues/v2/notifications/0/acknowledge", "\r\n", "204 No Content\r\n"},
+        {"PUT /devhost/gameflow", "\r\n",
+         "400 Bad Request\r\n"
+         R"({"message":"The gameflow needs a \"phase\", such as \"ChampSelect\"","status":400})"},
+        {"PUT /devhost/gameflow", "Transfer-Encoding: chunked\r\n\r\nzz\r\n",
+         "400 Bad Request\r\n"
+         R"({"message":"The request's body could not be read","status":400})"},
+    };
+    for (const auto& row : cases) {
+        SCOPED_TRACE(row.request);
+        RawConnection connection(live_->Port());
+        const std::string answer = connection.Exchange(
+            std::string(row.request) + " HTTP/1.1\r\nHost: tav\r\nConnection: close\r\n" + row.headersAndBody);
+        // The status line and the body; the headers between them are the server library's.
+        const std::size_t body = answer.find("\r\n\r\n");
+        ASSERT_NE(body, std::string::npos) << answer;
+        EXPECT_EQ(answer.substr(9, answer.find("\r\n") - 7) + answer.substr(body + 4), row.answer);
+    }
+}
+
 TEST_F(LiveHostTest, MovesTheClockOnByWholeSecondsAndFractions) {
     Serve();
     double now = 0.0;
-    for (const char* seconds : {"30", "0.5", "0"}) {
+    for (const char* seconds : {"30", "0.5", "0.001"}) {
         SCOPED_TRACE(seconds);
         const auto result = client_->Post("/devhost/clock", std::string(R"({"seconds":)") + seconds + "}", "");
         ASSERT_TRUE(result);
@@ -103,27 +185,48 @@ TEST_F(LiveHostTest, DescribesTheApiTableAndTheMemory) {
     EXPECT_EQ(memory->body.rfind(R"({"allocatedBytes":)", 0), 0u) << memory->body;
 }
 
-TEST_F(LiveHostTest, NeedsTheTokenWhenItHasOne) {
-    Serve("s3cret");
+TEST_F(LiveHostTest, NeedsTheTokenWhenItHasOneAndKeepsItFromThePlugin) {
+    GatewayOptions options;
+    options.accessToken = "s3cret";
+    Serve(options);
     const std::string refusal =
         R"({"message":"This tav-host needs the access token it printed at start, as \"Authorization: Bearer TOKEN\" )"
         R"(or \"?token=TOKEN\"","status":401})";
-    const auto bare = client_->Get("/devhost/faults");
-    ASSERT_TRUE(bare);
-    EXPECT_EQ(bare->status, 401);
-    EXPECT_EQ(bare->body, refusal);
-    const auto wrong = client_->Get("/devhost/faults", {{"Authorization", "Bearer s3cre"}});
-    ASSERT_TRUE(wrong);
-    EXPECT_EQ(wrong->status, 401);
-    const auto events = client_->Get("/devhost/events");
-    ASSERT_TRUE(events);
-    EXPECT_EQ(events->status, 401);
-    const auto bearer = client_->Get("/devhost/faults", {{"Authorization", "Bearer s3cret"}});
-    ASSERT_TRUE(bearer);
-    EXPECT_EQ(bearer->status, 200);
-    const auto query = client_->Get("/devhost/faults?token=s3cret");
-    ASSERT_TRUE(query);
-    EXPECT_EQ(query->status, 200);
+    const std::string tiers = R"([{"achievedTiers":[{"division":2,"queueType":"SOLO5V5","tier":"GOLD"}],)"
+                              R"("summonerId":1001}])";
+    const struct {
+        const char* path;
+        const char* authorization;
+        int status;
+        std::string answer;
+    } cases[] = {
+        {"/devhost/faults", nullptr, 401, refusal},
+        {"/devhost/events", nullptr, 401, refusal},
+        {"/devhost/faults", "Bearer s3cre", 401, refusal},
+        {"/devhost/faults", "Basic s3cret", 401, refusal},
+        {"/devhost/faults?token=s3cre", nullptr, 401, refusal},
+        {"/devhost/faults", "Bearer s3cret", 200, "[]"},
+        {"/devhost/faults", "bEARER s3cret", 200, "[]"},
+        {"/devhost/faults?token=s3cret", nullptr, 200, "[]"},
+        {"/tav-leagues/v2/tiers?token=s3cret&summonerIds.0=1001&queueTypes.0=SOLO5V5", nullptr, 200, tiers},
+        {"/tav-leagues/v2/tiers?summonerIds.0=1001&token=s3cret&queueTypes.0=SOLO5V5", nullptr, 200, tiers},
+        {"/tav-leagues/v2/tiers?summonerIds.0=1001&queueTypes.0=SOLO5V5&token=s3cret", nullptr, 200, tiers},
+        {"/tav-leagues/v2/tiers?summonerIds.0=1001&queueTypes.0=SOLO5V5", "Bearer s3cret", 200, tiers},
+        {"/tav-leagues/v1/summoner-leagues/1001?token=s3cret", nullptr, 200, ""},
+    };
+    for (const auto& row : cases) {
+        SCOPED_TRACE(std::string(row.path) + " " + (row.authorization != nullptr ? row.authorization : ""));
+        httplib::Headers headers;
+        if (row.authorization != nullptr) {
+            headers.emplace("Authorization", row.authorization);
+        }
+        const auto answer = client_->Get(row.path, headers);
+        ASSERT_TRUE(answer);
+        EXPECT_EQ(answer->status, row.status) << answer->body;
+        if (!row.answer.empty()) {
+            EXPECT_EQ(answer->body, row.answer);
+        }
+    }
 }
 
 TEST_F(LiveHostTest, ASlowServerAnswerDoesNotHoldUpOtherRequests) {
@@ -148,6 +251,26 @@ TEST_F(LiveHostTest, ASlowServerAnswerDoesNotHoldUpOtherRequests) {
     EXPECT_EQ(team->status, 200);
     EXPECT_TRUE(answeredFirst);
     EXPECT_EQ(slowStatus, 200);
+}
+
+TEST_F(LiveHostTest, ServesRequestsBesideAsManyEventStreamsAsItTakes) {
+    GatewayOptions options;
+    options.maxEventStreams = 20;
+    Serve(options);
+    const std::string request = "GET /devhost/events HTTP/1.1\r\nHost: tav\r\nConnection: close\r\n\r\n";
+    std::vector<std::unique_ptr<RawConnection>> streams;
+    for (int index = 0; index < 20; ++index) {
+        streams.push_back(std::make_unique<RawConnection>(live_->Port()));
+        ASSERT_THAT(streams.back()->Exchange(request, ": tav-host events\n\n"), HasSubstr("200 OK")) << index;
+    }
+    RawConnection refused(live_->Port());
+    EXPECT_THAT(refused.Exchange(request),
+                HasSubstr(R"({"message":"tav-host serves at most 20 event streams at once; close one to open )"
+                          R"(another","status":503})"));
+    client_->set_read_timeout(std::chrono::seconds(1));
+    const auto answer = client_->Get("/devhost/faults");
+    ASSERT_TRUE(answer);
+    EXPECT_EQ(answer->status, 200);
 }
 
 // The gateway alone, with the test standing in for the host's thread.
@@ -193,6 +316,19 @@ TEST_F(GatewayTest, StreamsEventsAsServerSentEvents) {
     reader.join();
     EXPECT_EQ(received.rfind(": tav-host events\n\n", 0), 0u) << received;
     EXPECT_NE(received.find("event: OnJsonApiEvent\ndata: {\"n\":2}\n\n"), std::string::npos) << received;
+}
+
+TEST_F(GatewayTest, RefusesItsPortWhileTakenAndTakesItAgainAtOnceWhenFree) {
+    GatewayOptions options;
+    options.port = gateway_->Port();
+    EXPECT_FALSE(tav::host::HttpGateway(session_, queue_, events_, options).Bind());
+    // A connection that the server closed first keeps the port in TIME_WAIT for a while.
+    httplib::Client client("127.0.0.1", gateway_->Port());
+    ASSERT_TRUE(client.Get("/devhost/nothing", {{"Connection", "close"}}));
+    events_.Close();
+    queue_.Close();
+    gateway_->Stop();
+    EXPECT_TRUE(tav::host::HttpGateway(session_, queue_, events_, options).Bind());
 }
 
 TEST_F(GatewayTest, AHostThatDoesNotAnswerInTimeGives504AndDropsTheLateAnswer) {

@@ -46,6 +46,8 @@ TEST(TavHostInspect, AnIncompatibleCoreStopsThePlugin) {
                 HasSubstr("ERROR| tav-leagues which supports plugin API 18.0.0 is not compatible with core's plugin "
                           "API 19.0.0\n"));
     EXPECT_THAT(result.output, HasSubstr("ERROR| Assertion failed!\n\nExpression: ALE-EECF0606\n"));
+    EXPECT_THAT(result.output, HasSubstr("\ntav-host: the plug-in ended the process on loading with core plugin API "
+                                         "19.0.0; offer the version it supports with --core-version X.Y.Z\n"));
 }
 
 TEST(TavHostInspect, ReportsAMissingLibrary) {

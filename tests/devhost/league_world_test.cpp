@@ -55,6 +55,8 @@ TEST(LeagueWorld, TheSameSeedGivesTheSameList) {
 
 TEST(LeagueWorld, NamesTheMemberAtFault) {
     const std::string players = kPlayers;
+    const std::string kTokenMinutes =
+        "tokenMinutes: expected from 2 to 1440; the plug-in renews its tokens a minute before they expire";
     const struct {
         std::string text;
         std::string error;
@@ -69,6 +71,10 @@ TEST(LeagueWorld, NamesTheMemberAtFault) {
          "players[0].summonerId: expected a whole number, 0 or more"},
         {"currentPlayer: 1\nplayers: {summonerId: 1}\n", "players: expected a sequence"},
         {players + "tokenMinutes: soon\n", "tokenMinutes: expected a number"},
+        {players + "tokenMinutes: 1.99\n", kTokenMinutes},
+        {players + "tokenMinutes: 0\n", kTokenMinutes},
+        {players + "tokenMinutes: -10\n", kTokenMinutes},
+        {players + "tokenMinutes: 1440.01\n", kTokenMinutes},
         {players + "leagues: [{name: L, queue: RANKED_TEAM, tier: GOLD}]\n",
          "leagues[0].queue: 'RANKED_TEAM' is none of RANKED_SOLO_5x5, RANKED_FLEX_SR, RANKED_FLEX_TT"},
         {players + "leagues: [{name: L, queue: RANKED_SOLO_5x5}]\n", "leagues[0].tier: missing"},
@@ -88,7 +94,42 @@ TEST(LeagueWorld, NamesTheMemberAtFault) {
          "teams[0].members[0].player: 2 is not a player of the world"},
         {players + "messages: [{msgId: 1, params: [[1]]}]\n", "messages[0].params[0]: expected a mapping or a text"},
         {players + "platform: {loggedIn: yes please}\n", "platform.loggedIn: expected true or false"},
-        {players + "platform: {darkMode: true}\n", "platform.darkMode: unknown setting"},
+        {players + "platform: {darkMode: true}\n",
+         "platform.darkMode: unknown key; the keys here are loggedIn, gameflowPhase, gameflowQueue, "
+         "leagueServiceEnabled, JWTEnabled, QualificationWarningEnabled"},
+        {players + "platform: {gameflowPhase: Lobbyy}\n",
+         "platform.gameflowPhase: 'Lobbyy' is none of None, Lobby, Matchmaking, CheckedIntoTournament, ReadyCheck, "
+         "ChampSelect, GameStart, FailedToLaunch, InProgress, Reconnect, WaitingForStats, PreEndOfGame, EndOfGame, "
+         "TerminatedInError"},
+        {players + "tokenMinuts: 10\n",
+         "tokenMinuts: unknown key; the keys here are currentPlayer, tokenMinutes, players, leagues, teams, "
+         "championStats, messages, platform"},
+        {"currentPlayer: 1\nplayers: [{summonerId: 1, accountId: 11, name: One, nick: O}]\n",
+         "players[0].nick: unknown key; the keys here are summonerId, accountId, name"},
+        {players +
+             "leagues: [{name: L, queue: RANKED_SOLO_5x5, tier: GOLD, entries: [{player: 1, hotstreak: true}]}]\n",
+         "leagues[0].entries[0].hotstreak: unknown key; the keys here are player, rank, previousDayLeaguePosition, "
+         "wins, "
+         "losses, hotStreak, veteran, freshBlood, miniSeries, leaguePoints, inactive, displayDecayWarning, "
+         "inactivityStatus, timeUntilInactivityStatusChanges, demotionWarning, apexDaysUntilDecay"},
+        {players + "leagues: [{name: L, queue: RANKED_SOLO_5x5, tier: GOLD, entries: [{player: 1, wins: lots}]}]\n",
+         "leagues[0].entries[0].wins: expected a whole number, 0 or more"},
+        {players + "leagues: [{name: L, queue: RANKED_SOLO_5x5, tier: GOLD, entries: [{player: 1, tier: GOLD}]}]\n",
+         "leagues[0].entries[0].tier: unknown key; the keys here are player, rank, previousDayLeaguePosition, wins, "
+         "losses, hotStreak, veteran, freshBlood, miniSeries, leaguePoints, inactive, displayDecayWarning, "
+         "inactivityStatus, timeUntilInactivityStatusChanges, demotionWarning, apexDaysUntilDecay"},
+        {players + "leagues: [{name: L, queue: RANKED_SOLO_5x5, tier: GOLD, entries: [{player: 1, leaguePoints: "
+                   "1.5}]}]\n",
+         "leagues[0].entries[0].leaguePoints: expected a whole number"},
+        {players + "leagues: [{name: L, queue: RANKED_SOLO_5x5, tier: GOLD, entries: [{player: 1, miniSeries: "
+                   "{progress: WN, target: two}}]}]\n",
+         "leagues[0].entries[0].miniSeries.target: expected a whole number, 0 or more"},
+        {players + "leagues: [{name: L, queue: RANKED_SOLO_5x5, tier: GOLD, generate: {count: 1, seed: 1, size: 2}}]\n",
+         "leagues[0].generate.size: unknown key; the keys here are count, seed"},
+        {players + "teams: [{id: T, name: N, members: [{player: 1, lost: 2}]}]\n",
+         "teams[0].members[0].lost: unknown key; the keys here are player, played, won"},
+        {players + "messages: [{msgId: 1, typ: leagues}]\n",
+         "messages[0].typ: unknown key; the keys here are msgId, type, params"},
     };
     for (const auto& row : cases) {
         SCOPED_TRACE(row.text);
@@ -111,7 +152,7 @@ TEST(LeagueWorld, TakesTheBoundaryValues) {
 }
 
 TEST(LeagueWorld, ReadsTokenMinutesWholeOrFractional) {
-    for (const auto& [text, minutes] : {std::pair{"3", 3.0}, std::pair{"0.5", 0.5}, std::pair{"0", 0.0}}) {
+    for (const auto& [text, minutes] : {std::pair{"2", 2.0}, std::pair{"2.5", 2.5}, std::pair{"1440", 1440.0}}) {
         SCOPED_TRACE(text);
         const auto reading = ReadLeagueWorld(std::string(kPlayers) + "tokenMinutes: " + text + "\n");
         ASSERT_EQ(reading.error, "");

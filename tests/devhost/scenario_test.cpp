@@ -76,11 +76,14 @@ TEST_F(ScenarioTest, StopsAtTheFirstMismatchWithWhatDiffered) {
         {"- expect: {log: [Failed]}", "no log line contains \"Failed\""},
         {"- expect: {hostCalls: [SubscribeHostEvent OnNothing]}",
          "no host call contains \"SubscribeHostEvent OnNothing\""},
-        {"- advance: -1",
-         "POST /devhost/clock answered 400 {\"message\":\"The clock moves on by {\\\"seconds\\\": N}, N at least 0\","
-         "\"status\":400}"},
-        {"- dance: {}", "unknown step \"dance\""},
-        {"- []", "a step is a mapping with one action, such as {login: {}}"},
+        {"- advance: 0",
+         "POST /devhost/clock answered 400 {\"message\":\"The clock moves on by {\\\"seconds\\\": N}, N more than 0 "
+         "and at "
+         "most 86400\",\"status\":400}"},
+        {"- expect: {hostCalls: [ScheduleCallback wex-be-tav-leagues:revalidate-jwt 53]}",
+         "no host call contains \"ScheduleCallback wex-be-tav-leagues:revalidate-jwt 53\""},
+        // At login the plug-in logs that it acknowledged the stored message '7311'.
+        {"- expect: {log: [\"1'\"]}", "no log line contains \"1'\""},
     };
     for (const auto& row : cases) {
         SCOPED_TRACE(row.step);
@@ -94,8 +97,30 @@ TEST_F(ScenarioTest, StopsAtTheFirstMismatchWithWhatDiffered) {
 }
 
 TEST_F(ScenarioTest, RefusesFilesThatCannotBePlayed) {
-    EXPECT_EQ(Play("name: empty\nsteps: []\n", 1),
-              "Scenario s.yaml: empty\nScenario s.yaml: a scenario needs \"steps\", a list of at least one step\n");
+    const struct {
+        const char* text;
+        const char* refusal;
+    } cases[] = {
+        {"steps: []", "a scenario needs \"steps\", a list of at least one step"},
+        {"nme: x\nsteps: [{note: x}]", "nme: unknown key; the keys here are name, world, requires, steps"},
+        {"steps: [{note: x}, []]", "steps[1]: a step is a mapping with one action, such as {login: {}}"},
+        {"steps: [{dance: {}}]", "steps[0]: unknown step \"dance\""},
+        {"steps: [{login: {}, logout: {}}]", "steps[0].logout: unknown key; the keys here are login"},
+        {"steps: [{call: {path: /x}, expect: {stauts: 500}}]",
+         "steps[0].expect.stauts: unknown key; the keys here are status, json, contains, lacks, message"},
+        {"steps: [{call: {path: /x}, expect: {status: '500'}}]",
+         "steps[0].expect.status: expected a whole number, 0 or more"},
+        {"steps: [{call: {method: GET}}]", "steps[0].call.path: missing"},
+        {"steps: [{fault: {method: getAllMyLeagues, error: down}}]", "steps[0].fault.destination: missing"},
+        {"steps: [{expect: {events: [{nam: OnX}]}}]",
+         "steps[0].expect.events[0].nam: unknown key; the keys here are name, payload"},
+        {"steps: [{expect: {log: [[x]]}}]", "steps[0].expect.log[0]: expected a text"},
+    };
+    for (const auto& row : cases) {
+        SCOPED_TRACE(row.text);
+        EXPECT_EQ(Play(std::string(row.text) + "\n", 1),
+                  std::string("Scenario s.yaml: (no name)\nScenario s.yaml: ") + row.refusal + "\n");
+    }
     EXPECT_EQ(Play("name: lost\nworld: nowhere.yaml\nsteps: [{note: x}]\n", 1),
               "Scenario s.yaml: lost\nScenario s.yaml: cannot read the world file nowhere.yaml\n");
     Write("bad-world.yaml", "currentPlayer: 9\n");

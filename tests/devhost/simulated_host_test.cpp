@@ -19,7 +19,8 @@ MaybeType<Failure, std::string> Echo(std::string text) {
     return text;
 }
 
-// A module with a literal route beside a template one, and a failing route.
+// A module with a literal route beside a template one, templates that only the framework's matcher
+// tells apart, and a failing route.
 class EndpointModule : public wex::AppModule {
   public:
     EndpointModule() : AppModule("tav-endpoints") {}
@@ -28,6 +29,15 @@ class EndpointModule : public wex::AppModule {
             return Echo("item " + id);
         }).AddPathArgument("id", "");
         AddRoute(HostMethodGet, "/tav-test/v1/items/special", [] { return Echo("special"); });
+        AddRoute(HostMethodGet, "/tav-test/v1/files/{+path}", [](std::string path) {
+            return Echo("file " + path);
+        }).AddPathArgument("path", "");
+        AddRoute(HostMethodGet, "/tav-test/v1/tags/{name}", [](std::string name) {
+            return Echo("tag " + name);
+        }).AddPathArgument("name", "");
+        AddRoute(HostMethodGet, "/tav-test/v1/tags/{name}.json", [](std::string name) {
+            return Echo("tag as json " + name);
+        }).AddPathArgument("name", "");
         AddRoute(HostMethodGet, "/tav-test/v1/search", [](std::string q) {
             return Echo("search " + q);
         }).AddQueryArgument("q", "");
@@ -58,7 +68,12 @@ TEST_F(SimulatedHostTest, CallsTheEndpointThatServesThePath) {
         {HostMethodGet, "/tav-test/v1/items/special", 0, R"("special")", ""},
         {HostMethodGet, "/tav-test/v1/search?q=gold", 0, R"("search gold")", ""},
         {HostMethodPost, "/tav-test/v1/items/7/forbidden", 403, "", "Forbidden"},
-        {HostMethodGet, "/tav-test/v1/items/", 404, "", "No endpoint for /tav-test/v1/items/"},
+        // The host matches as the plug-in's own dispatcher does: a parameter may be empty (for the route
+        // to refuse), {+name} takes slashes, and the shortest capture wins over table order.
+        {HostMethodGet, "/tav-test/v1/items/", 0, "", "Expected value for argument 'id'."},
+        {HostMethodGet, "/tav-test/v1/files/a/b.txt", 0, R"("file a/b.txt")", ""},
+        {HostMethodGet, "/tav-test/v1/tags/gold.json", 0, R"("tag as json gold")", ""},
+        {HostMethodGet, "/tav-test/v1/tags/gold", 0, R"("tag gold")", ""},
         {HostMethodGet, "/tav-test/v1/items/1/2", 404, "", "No endpoint for /tav-test/v1/items/1/2"},
         {HostMethodPut, "/tav-test/v1/items/42", 404, "", "No endpoint for /tav-test/v1/items/42"},
     };
@@ -81,6 +96,17 @@ TEST_F(SimulatedHostTest, ResourcesAnswerTheirValueAndAnnounceChangesToSubscribe
     host.DeleteResource("/tav-test/v1/entry");
     EXPECT_EQ(hosted.module().Request<BindingProperty>(HostMethodGet, "/tav-test/v1/entry").GetFailure().Message(),
               "Error response for GET /tav-test/v1/entry: Not found");
+}
+
+TEST_F(SimulatedHostTest, KeepsItsRecordsWithinTheLimitByDroppingTheOldestTenth) {
+    host.SetRecordLimit(20);
+    for (int index = 1; index <= 21; ++index) {
+        (void)hosted.module().Request<BindingProperty>(HostMethodGet, "/r" + std::to_string(index));
+    }
+    ASSERT_EQ(host.Records().journal.size(), 18u);
+    EXPECT_EQ(host.Records().journal.front(), "SendRequest GET /r4");
+    EXPECT_EQ(host.Records().requests.size(), 18u);
+    EXPECT_EQ(host.Records().requests.back().path, "/r21");
 }
 
 TEST_F(SimulatedHostTest, StoppingForgetsThePluginsSubscriptionsAndQueuedWork) {

@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <regex>
 #include <set>
+#include <thread>
 
 #include "codec/json_reader.h"
 #include "support/run_command.h"
@@ -55,12 +56,17 @@ class ServedHost {
         }
         return {};
     }
-    int Stop() {
-        kill(pid_, SIGINT);
+    void Interrupt() const { kill(pid_, SIGINT); }
+    // The exit code once it has ended.
+    int Wait() {
         int status = 0;
         waitpid(pid_, &status, 0);
         pid_ = -1;
         return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+    int Stop() {
+        Interrupt();
+        return Wait();
     }
     const std::string& Printed() const { return printed_; }
 
@@ -120,6 +126,42 @@ TEST(TavHostServe, ServesTheEightRoutesOfTheDemoWorldAndStopsOnInterrupt) {
     EXPECT_EQ(host.Stop(), 0);
     EXPECT_THAT(host.ReadUntil("Stopped."), HasSubstr("Stopped. Memory after stop:"));
     EXPECT_THAT(host.ReadUntil("  live:"), HasSubstr(" bytes"));
+}
+
+TEST(TavHostServe, AnInterruptDuringADelayedAnswerSaysWhatItWaitsForAndStopsAtOnce) {
+    ServedHost host;
+    const std::string listening = host.ReadUntil("Listening on ");
+    httplib::Client client("127.0.0.1", std::stoi(listening.substr(listening.rfind(':') + 1)));
+    ASSERT_EQ(client.Put("/devhost/faults/leagues/getAllMyLeagues", R"({"delaySeconds":5})", "")->status, 204);
+    std::thread slow([&listening] {
+        httplib::Client waiting("127.0.0.1", std::stoi(listening.substr(listening.rfind(':') + 1)));
+        (void)waiting.Get("/tav-leagues/v1/summoner-leagues/1001");
+    });
+    while (client.Get("/devhost/journal")->body.find("getAllMyLeagues") == std::string::npos) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    const auto interrupted = std::chrono::steady_clock::now();
+    host.Interrupt();
+    EXPECT_THAT(
+        host.ReadUntil("Stopping: "),
+        ::testing::MatchesRegex("Stopping: the plug-in waits for leagues\\.getAllMyLeagues, held [45] s more by "
+                                "a fault; answering it now\\. Ctrl-C again quits at once\\.\n"));
+    EXPECT_EQ(host.Wait(), 0);
+    slow.join();
+    EXPECT_LT(std::chrono::steady_clock::now() - interrupted, std::chrono::seconds(2));
+}
+
+TEST(TavHostServe, RefusesAPortThatIsTaken) {
+    ServedHost first;
+    const std::string listening = first.ReadUntil("Listening on ");
+    const std::string port = listening.substr(listening.rfind(':') + 1, listening.size() - listening.rfind(':') - 2);
+    // Should the port be shared after all, the second host is stopped after two seconds.
+    const auto second =
+        tav::test::RunCommand("timeout -s INT 2 " + std::string(TAV_HOST_PATH) + " serve --port " + port);
+    EXPECT_EQ(second.exitCode, 1);
+    EXPECT_EQ(second.output, "tav-host: cannot listen on 127.0.0.1 port " + port +
+                                 ": another program has it, or the address is not this machine's (--port 0 takes any "
+                                 "free port)\n");
 }
 
 TEST(TavHostServe, RefusesAWorldFileThatIsNoWorld) {
