@@ -136,13 +136,12 @@ MaybeType<Failure, std::vector<Api::LeagueChampAndStat>> LeaguesModule::GetSummo
     return queries_.GetSummonerTopChamps(summonerId);
 }
 
-MaybeType<Failure, std::vector<Api::ParticipantTiers>> LeaguesModule::GetTiers(
-    const std::vector<std::uint64_t>& summonerIds, const std::vector<Api::LeagueQueueType>& queueTypes) {
-    return queries_.GetTiers(summonerIds, queueTypes);
-}
-
 MaybeType<Failure, std::vector<Api::LeagueNotificationResource>> LeaguesModule::GetNotifications() {
     return notifications_.GetNotifications();
+}
+
+MaybeType<Failure, LCDS::SignedSummonerLeagueItemsDTO> LeaguesModule::GetSignedLeagues() {
+    return signed_.GetSignedLeagues();
 }
 
 MaybeType<Failure, void> LeaguesModule::AcknowledgeNotification(std::uint64_t id) {
@@ -152,8 +151,9 @@ MaybeType<Failure, void> LeaguesModule::AcknowledgeNotification(std::uint64_t id
                                                   });
 }
 
-MaybeType<Failure, LCDS::SignedSummonerLeagueItemsDTO> LeaguesModule::GetSignedLeagues() {
-    return signed_.GetSignedLeagues();
+MaybeType<Failure, std::vector<Api::ParticipantTiers>> LeaguesModule::GetTiers(
+    const std::vector<std::uint64_t>& summonerIds, const std::vector<Api::LeagueQueueType>& queueTypes) {
+    return queries_.GetTiers(summonerIds, queueTypes);
 }
 
 }  // namespace Orvel::Client::Leagues

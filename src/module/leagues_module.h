@@ -62,20 +62,21 @@ class LeaguesModule : public wex::AppModule {
     // are switched on) and publishes the list, also when the load failed. [may yield]
     void RefreshLeagueNotifications();
 
-    // ---- Routes: the league queries answer status 500 on failure ---------------
+    // ---- Routes, in the order of RegisterRoutes: the league queries answer
+    // status 500 on failure ------------------------------------------------------
 
     wex::MaybeType<wex::Failure, std::vector<Api::League>> GetSummonerLeagues(std::uint64_t summonerId);
     wex::MaybeType<wex::Failure, Api::ApexLeagues> GetChallengerLeagues();
     wex::MaybeType<wex::Failure, Api::LeagueTeam> GetTeam(const std::string& id);
     wex::MaybeType<wex::Failure, std::vector<Api::LeagueChampAndStat>> GetSummonerTopChamps(std::uint64_t summonerId);
-    wex::MaybeType<wex::Failure, std::vector<Api::ParticipantTiers>> GetTiers(
-        const std::vector<std::uint64_t>& summonerIds, const std::vector<Api::LeagueQueueType>& queueTypes);
     // The listed notifications; never fails.
     wex::MaybeType<wex::Failure, std::vector<Api::LeagueNotificationResource>> GetNotifications();
+    wex::MaybeType<wex::Failure, LCDS::SignedSummonerLeagueItemsDTO> GetSignedLeagues();
     // Marks a shown notification acknowledged, its server message first; 403
     // when none was marked. [may yield]
     wex::MaybeType<wex::Failure, void> AcknowledgeNotification(std::uint64_t id);
-    wex::MaybeType<wex::Failure, LCDS::SignedSummonerLeagueItemsDTO> GetSignedLeagues();
+    wex::MaybeType<wex::Failure, std::vector<Api::ParticipantTiers>> GetTiers(
+        const std::vector<std::uint64_t>& summonerIds, const std::vector<Api::LeagueQueueType>& queueTypes);
 
   private:
     void RegisterRoutes();
