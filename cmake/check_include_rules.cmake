@@ -1,15 +1,20 @@
 # Checks the includes of every folder that a rules file names (see
 # src/include_rules.txt): an include "folder/file.h" must name the including
-# folder itself or one that its rule allows. Prints "file:line: rule broken"
-# for each that does not, and fails when there is one.
+# folder itself or one that its rule allows, and no folder may reach itself
+# through the rules. Prints "file:line: rule broken" for each that does not,
+# and fails when there is one.
 #   cmake -DRULES=<rules file> -DROOT=<folder that printed paths start from> -P check_include_rules.cmake
 cmake_minimum_required(VERSION 3.25)
 get_filename_component(base ${RULES} DIRECTORY)
 
 # The rules: "folder: allowed folders", relative to the rules file; "#" starts a comment.
-file(STRINGS ${RULES} lines)
+file(READ ${RULES} lines)
+string(REPLACE "\n" ";" lines "${lines}")
+file(RELATIVE_PATH shownRules ${ROOT} ${RULES})
 set(folders "")
+set(number 0)
 foreach(line IN LISTS lines)
+    math(EXPR number "${number} + 1")
     string(REGEX REPLACE "#.*" "" line "${line}")
     if(NOT line MATCHES "^[ \t]*([^: \t]+)[ \t]*:(.*)$")
         continue()
@@ -19,6 +24,29 @@ foreach(line IN LISTS lines)
     string(REGEX REPLACE "[ \t]+" ";" allowed "${allowed}")
     list(APPEND folders ${folder})
     set(allowed_${folder} ${allowed})
+    set(line_${folder} ${number})
+endforeach()
+
+# Rules that let a folder reach itself again would let a circle in however
+# the includes read.
+set(broken 0)
+foreach(folder IN LISTS folders)
+    get_filename_component(own ${folder} NAME)
+    foreach(first IN LISTS allowed_${folder})
+        set(reached "")
+        set(frontier ${first})
+        while(frontier)
+            list(POP_FRONT frontier next)
+            if(NOT next IN_LIST reached)
+                list(APPEND reached ${next})
+                list(APPEND frontier ${allowed_${next}})
+            endif()
+        endwhile()
+        if(own IN_LIST reached)
+            message("${shownRules}:${line_${folder}}: ${own} may include ${first}, which leads back to ${own}")
+            math(EXPR broken "${broken} + 1")
+        endif()
+    endforeach()
 endforeach()
 
 # Only includes of the ruled folders are checked; local and third-party ones are not.
@@ -28,7 +56,6 @@ foreach(folder IN LISTS folders)
     list(APPEND known ${name})
 endforeach()
 
-set(broken 0)
 foreach(folder IN LISTS folders)
     get_filename_component(own ${folder} NAME)
     file(GLOB sources ${base}/${folder}/*.h ${base}/${folder}/*.cpp ${base}/${folder}/*.in)
@@ -60,7 +87,7 @@ foreach(folder IN LISTS folders)
 endforeach()
 
 if(broken GREATER 0)
-    message(FATAL_ERROR "${broken} include(s) break the rules of ${RULES}")
+    message(FATAL_ERROR "${broken} include(s) or rule(s) break the rules of ${RULES}")
 endif()
 list(LENGTH folders count)
 message(STATUS "The includes of ${count} folders keep the rules of ${RULES}")
