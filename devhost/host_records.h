@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "plugin/boundary.h"
+#include "boundary/boundary.h"
 #include <utility>
 #include <vector>
 

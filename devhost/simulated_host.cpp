@@ -6,7 +6,7 @@
 #include <exception>
 #include <sstream>
 
-#include "binding/host_value.h"
+#include "types/host_value.h"
 #include "codec/json_writer.h"
 #include "event_names.h"
 #include "host_value_json.h"

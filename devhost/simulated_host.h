@@ -15,7 +15,7 @@
 #include "game_server.h"
 #include "host_loop.h"
 #include "host_records.h"
-#include "plugin/boundary.h"
+#include "boundary/boundary.h"
 #include "plugin_library.h"
 #include "scripted_answer.h"
 
