@@ -1,5 +1,5 @@
 # make deps | make run [RUN_ARGS="..."] | make test | make bench | make fuzz
-# make windows | make test32 | make test-windows   (the other targets; README, "Targets")
+# make asan | make windows | make test32 | make test-windows   (the other targets; README, "Targets")
 # Every target installs the Debian packages it needs first (as root, or through sudo).
 
 PACKAGES := cmake ninja-build pkg-config g++ g++-multilib clang libclang-rt-14-dev \
@@ -19,7 +19,7 @@ JOBS ?= $(shell nproc)
 FUZZ_SECONDS ?= 180
 RUN_ARGS ?=
 
-.PHONY: deps deps-targets configure build test run bench fuzz windows test32 test-windows clean
+.PHONY: deps deps-targets configure build test asan run bench fuzz windows test32 test-windows clean
 
 # $(call install-missing,PACKAGES)
 define install-missing
@@ -76,6 +76,12 @@ build: configure
 
 test: build
 	ctest --preset dev -j $(JOBS)
+
+# The whole suite under AddressSanitizer and UndefinedBehaviorSanitizer (build-asan/).
+asan: deps
+	cmake --preset asan
+	cmake --build --preset asan -j $(JOBS)
+	ctest --preset asan -j $(JOBS)
 
 run: build
 	./build/devhost/tav-host $(RUN_ARGS)

@@ -13,10 +13,9 @@
 #include <utility>
 #include <vector>
 
-#include "binding/document_pool.h"
+#include "binding/document.h"
 #include "binding/fnv1a.h"
 #include "binding/property.h"
-#include "binding/string_intern_table.h"
 
 namespace {
 

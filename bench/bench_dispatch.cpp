@@ -9,11 +9,10 @@
 #include <vector>
 
 #include "api/dispatcher.h"
-#include "api/endpoint_entry.h"
 #include "api/native_handler.h"
-#include "api/route_match.h"
 #include "api/route_table.h"
-#include "binding/registry.h"
+#include "support/route_expression.h"
+#include "types/registry.h"
 
 namespace {
 
@@ -39,7 +38,7 @@ struct Service {
                 .AddPathArgument("id", "")
                 .AddQueryArgument("limit", "")
                 .AddQueryArgument("verbose", "");
-            expressions.emplace_back(wex::CompileRouteTemplate(pathTemplate).expression,
+            expressions.emplace_back(tav::test::RouteTemplateExpression(pathTemplate),
                                      std::regex::ECMAScript | std::regex::optimize);
         }
         // The last route registered: every other route is tried first.

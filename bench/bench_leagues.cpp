@@ -9,14 +9,12 @@
 
 #include <string>
 
-#include "binding/native_conversion.h"
 #include "codec/json_reader.h"
-#include "leagues/apex_movements.h"
-#include "leagues/league_list_conversion.h"
-#include "leagues/league_list_dto.h"
-#include "leagues/leagues_module.h"
-#include "leagues/standing_positions.h"
-#include "plugin/plugin_loader.h"
+#include "leagues/standings.h"
+#include "leagues/server_dtos.h"
+#include "module/leagues_module.h"
+#include "plugin/app_module.h"
+#include "types/native_conversion.h"
 
 namespace {
 

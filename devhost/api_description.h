@@ -1,7 +1,7 @@
 #pragma once
 
 #include "binding/property.h"
-#include "plugin/boundary.h"
+#include "boundary/boundary.h"
 
 namespace tav::host {
 

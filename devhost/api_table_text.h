@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "plugin/boundary.h"
+#include "boundary/boundary.h"
 
 namespace tav::host {
 

@@ -4,8 +4,7 @@
 #include <map>
 #include <optional>
 
-#include "api/route_match.h"
-#include "api/url_decoding.h"
+#include "api/route_table.h"
 #include "api_description.h"
 #include "codec/json_reader.h"
 #include "codec/json_writer.h"

@@ -3,7 +3,7 @@
 #include <array>
 #include <string_view>
 
-#include "api/route_match.h"
+#include "api/route_table.h"
 #include "api/route_template.h"
 #include "host_value_json.h"
 #include "method_text.h"

@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
-#include "api/route.h"
-#include "plugin/boundary.h"
+#include "api/route_table.h"
+#include "boundary/boundary.h"
 
 namespace tav::host {
 

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "binding/property.h"
-#include "plugin/boundary.h"
+#include "boundary/boundary.h"
 
 namespace tav::host {
 

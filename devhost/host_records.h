@@ -3,9 +3,9 @@
 #include <cstdint>
 #include <string>
 
+#include "boundary/boundary.h"
 #include <utility>
 #include <vector>
-#include "plugin/boundary.h"
 
 namespace tav::host {
 

@@ -4,7 +4,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "binding/host_value.h"
+#include "types/host_value.h"
 #include "codec/json_reader.h"
 #include "codec/json_writer.h"
 

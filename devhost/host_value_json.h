@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "binding/property.h"
-#include "plugin/boundary.h"
+#include "boundary/boundary.h"
 
 namespace tav::host {
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "plugin/boundary.h"
+#include "boundary/boundary.h"
 
 namespace tav::host {
 

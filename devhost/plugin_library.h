@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "plugin/boundary.h"
+#include "boundary/boundary.h"
 
 namespace tav::host {
 

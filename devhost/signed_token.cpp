@@ -2,7 +2,7 @@
 
 #include <span>
 
-#include "binding/base64.h"
+#include "binding/value_text.h"
 
 namespace tav::host {
 

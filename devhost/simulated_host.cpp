@@ -6,12 +6,12 @@
 #include <exception>
 #include <sstream>
 
-#include "binding/host_value.h"
 #include "codec/json_reader.h"
 #include "codec/json_writer.h"
 #include "event_names.h"
 #include "host_value_json.h"
 #include "method_text.h"
+#include "types/host_value.h"
 #include "value_builders.h"
 
 namespace tav::host {

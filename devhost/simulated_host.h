@@ -12,12 +12,12 @@
 #include <vector>
 
 #include "binding/property.h"
+#include "boundary/boundary.h"
 #include "endpoint_call.h"
 #include "game_server.h"
 #include "host_loop.h"
 #include "host_records.h"
 #include "journal.h"
-#include "plugin/boundary.h"
 #include "plugin_library.h"
 #include "scripted_answer.h"
 

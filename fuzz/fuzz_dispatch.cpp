@@ -10,8 +10,8 @@
 #include "api/dispatcher.h"
 #include "api/native_handler.h"
 #include "api/route_table.h"
-#include "binding/builtin_types.h"
-#include "binding/registry.h"
+#include "types/api_description.h"
+#include "types/registry.h"
 
 namespace {
 

@@ -6,11 +6,10 @@
 #include <string>
 #include <vector>
 
-#include "binding/host_value.h"
+#include "types/host_value.h"
 #include "codec/json_reader.h"
 #include "diagnostics/log_system.h"
 #include "plugin/app_module.h"
-#include "plugin/plugin_loader.h"
 
 namespace {
 

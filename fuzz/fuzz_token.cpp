@@ -6,9 +6,8 @@
 #include <string>
 
 #include "codec/json_writer.h"
-#include "notifications/jwt_token.h"
-#include "notifications/token_json_exception.h"
-#include "notifications/token_json_reader.h"
+#include "signed/jwt_token.h"
+#include "signed/token_reader.h"
 
 namespace Leagues = Orvel::Client::Leagues;
 

@@ -4,20 +4,95 @@
 #include <cstdint>
 #include <string>
 
-#include "api/content_type.h"
-#include "api/leaf_text.h"
-#include "api/url_decoding.h"
-#include "binding/function_info.h"
-#include "binding/host_value.h"
-#include "binding/number_text.h"
+#include "api/route_table.h"
+#include "binding/value_text.h"
 #include "codec/json_reader.h"
 #include "codec/msgpack_reader.h"
 #include "codec/yaml_reader.h"
 #include "diagnostics/format_message.h"
+#include "types/host_value.h"
+#include "types/type_info.h"
 
 namespace wex {
 
 namespace {
+
+// True when contentType begins with prefix, letters compared without case,
+// so that parameters such as "; charset=utf-8" after it do not matter.
+bool HasContentType(std::string_view contentType, std::string_view prefix) {
+    if (contentType.size() < prefix.size()) {
+        return false;
+    }
+    for (std::size_t at = 0; at < prefix.size(); ++at) {
+        if (std::tolower(static_cast<unsigned char>(contentType[at])) !=
+            std::tolower(static_cast<unsigned char>(prefix[at]))) {
+            return false;
+        }
+    }
+    return true;
+}
+
+// Where a text value of a request ends up in an argument, with the names
+// that its failure messages give.
+struct LeafTarget {
+    BindingProperty& slot;
+    std::string_view argumentName;
+    std::string_view functionName;
+};
+
+bool StartsLikeMessagePack(std::string_view text) {
+    if (text.empty()) {
+        return false;
+    }
+    const auto first = static_cast<std::uint8_t>(text.front());
+    return (first >= 0x80 && first <= 0x9F) || (first >= 0xDC && first <= 0xDF);
+}
+
+std::string_view AfterLeadingSpaces(std::string_view text) {
+    const std::size_t start = text.find_first_not_of(' ');
+    return start == std::string_view::npos ? std::string_view() : text.substr(start);
+}
+
+bool StartsLikeJson(std::string_view text) {
+    const std::string_view rest = AfterLeadingSpaces(text);
+    return !rest.empty() && (rest.front() == '{' || rest.front() == '[');
+}
+
+bool StartsLikeYaml(std::string_view text) {
+    return AfterLeadingSpaces(text).starts_with("---");
+}
+
+// Keeps a parsed value, or fails status with the format's message.
+void Keep(BindingProperty& status, const LeafTarget& target, BindingProperty&& parsed, std::string_view format) {
+    if (!parsed.IsValid()) {
+        status.SetError(FormatMessage(format, {target.argumentName, target.functionName, parsed.GetError()}));
+        return;
+    }
+    target.slot = std::move(parsed);
+}
+
+// Stores text into target.slot as MessagePack, JSON, YAML, bytes or a string,
+// chosen by contentType or, when detect is on and there is no content type,
+// by the text's first bytes. A text that does not parse fails status with
+// the deserialize message of its format.
+void StoreLeafText(BindingProperty& status, const LeafTarget& target, std::string_view text,
+                   std::string_view contentType, bool detect) {
+    const bool guess = detect && contentType.empty();
+    if (HasContentType(contentType, "application/x-msgpack") || (guess && StartsLikeMessagePack(text))) {
+        MessagePackResult read = ReadMessagePack(reinterpret_cast<const std::uint8_t*>(text.data()), text.size());
+        Keep(status, target, std::move(read.value),
+             "Couldn't deserialize MessagePack value for parameter '%1' of '%2': %3");
+    } else if (HasContentType(contentType, "application/json") || (guess && StartsLikeJson(text))) {
+        Keep(status, target, ParseJson(std::string(text)),
+             "Couldn't deserialize JSON value for parameter '%1' of '%2': %3");
+    } else if (HasContentType(contentType, "text/x-yaml") || (guess && StartsLikeYaml(text))) {
+        Keep(status, target, ReadYaml(text), "Couldn't deserialize YAML value for parameter '%1' of '%2': %3");
+    } else if (HasContentType(contentType, "application/octet-stream")) {
+        target.slot.SetBlob(std::span(reinterpret_cast<const std::uint8_t*>(text.data()), text.size()));
+    } else {
+        target.slot.SetString(text);
+    }
+}
 
 // The elements that the dotted keys of one request may add to its
 // collections, in all: far above what a real request names, and small enough

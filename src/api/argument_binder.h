@@ -7,10 +7,10 @@
 #include <string>
 #include <string_view>
 
-#include "api/api_call_context.h"
-#include "api/route.h"
+#include "api/api_handler.h"
+#include "api/route_table.h"
 #include "binding/property.h"
-#include "plugin/boundary.h"
+#include "boundary/boundary.h"
 
 namespace wex {
 

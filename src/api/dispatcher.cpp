@@ -7,21 +7,40 @@
 #include <string_view>
 #include <vector>
 
-#include "api/api_call_context.h"
-#include "api/api_function_handler.h"
-#include "api/api_request_summary.h"
-#include "api/api_response.h"
+#include "api/api_handler.h"
 #include "api/argument_binder.h"
-#include "api/builtin_function.h"
+#include "api/live_addresses.h"
 #include "api/response_record.h"
-#include "api/route_match.h"
-#include "binding/function_info.h"
-#include "binding/host_value.h"
-#include "binding/native_conversion.h"
+#include "api/route_table.h"
+#include "diagnostics/log_system.h"
+#include "types/api_description.h"
+#include "types/host_value.h"
+#include "types/native_conversion.h"
+#include "types/registry.h"
+#include "types/type_info.h"
 
 namespace wex {
 
 namespace {
+
+// Answers a call of a function tagged "$builtin": "Help" gives the API
+// description of registry in the "Full" format; any other name fails with
+// "Unsupported builtin function". Failures carry status 400.
+void RunBuiltin(const BindingTypeRegistry& registry, const BindingFunctionInfo& function, HostResponse& response) {
+    if (function.name != "Help") {
+        SetResponseError(response, "Unsupported builtin function");
+        response.status = 400;
+        return;
+    }
+    const BindingProperty description = BuildApiDescription(registry, registry.Functions(), registry.Types(),
+                                                            registry.Events(), BindingHelpFormat::Full);
+    if (!description.IsValid()) {
+        SetResponseError(response, description.GetError());
+        response.status = 400;
+    } else if (!BindingToHostValue(description, response.result, &registry)) {
+        response.status = 400;
+    }
+}
 
 std::string_view TextOf(const char* text) {
     return text != nullptr ? std::string_view(text) : std::string_view();
@@ -86,8 +105,8 @@ void FillResponse(HostResponse& response, ApiCallContext& call) {
         SetResponseError(response, "Out of memory");
         unconvertible = true;
     }
-    response.kind = call.kind;
-    response.kindCode = call.kindCode >= 1 && call.kindCode <= 3 ? call.kindCode : 0;
+    response.responseKind = call.responseKind;
+    response.responseKindCode = call.responseKindCode >= 1 && call.responseKindCode <= 3 ? call.responseKindCode : 0;
     response.status = unconvertible ? 400 : call.status;
     SetResponseText(response, call.text);
     SetResponseHeaders(response, call.headers);
@@ -143,6 +162,38 @@ void Dispatch(const BindingTypeRegistry* registry, HostResponse& response, const
         SetResponseError(response, "Unknown error");
         response.status = 500;
     }
+}
+
+namespace {
+
+void Refuse(HostResponse& response, const char* error, std::uint32_t status) {
+    ResetResponseRecord(response);
+    SetResponseError(response, error);
+    response.status = status;
+}
+
+}  // namespace
+
+void EndpointEntry(HostResponse* response, const HostRequest* request) noexcept {
+    if (response == nullptr) {
+        return;
+    }
+    const void* address = request != nullptr ? request->endpointContext : nullptr;
+    if (address == nullptr) {
+        Refuse(*response, "Invalid function", 404);
+        return;
+    }
+    // A table that is gone belonged to a module that has stopped: its context
+    // is freed memory and is not read.
+    if (!LiveEndpointContexts().Contains(address)) {
+        LogMessage(LogLevel::Warn, LogCategory::Dbg, "Refused a request for %s: its module has stopped",
+                   request->path != nullptr ? request->path : "");
+        Refuse(*response, "The plug-in has stopped", 503);
+        return;
+    }
+    const auto* context = static_cast<const HostEndpointContext*>(address);
+    const Route* const routes[] = {static_cast<const Route*>(context->route)};
+    Dispatch(nullptr, *response, *request, routes);
 }
 
 }  // namespace wex

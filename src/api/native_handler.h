@@ -8,11 +8,66 @@
 #include <type_traits>
 #include <utility>
 
-#include "api/api_answer.h"
-#include "api/api_function_handler.h"
-#include "api/api_request_summary.h"
+#include "api/api_handler.h"
+#include "binding/failure.h"
+#include "binding/maybe_type.h"
+#include "types/native_conversion.h"
+#include "types/native_kind.h"
+#include "types/type_info.h"
 
 namespace wex {
+
+// A handler's failure: its message fails the call's result, its code is the status.
+inline void StoreFailure(ApiCallContext& call, const Failure& failure) {
+    call.status = static_cast<std::uint32_t>(failure.Code());
+    call.result.SetError(failure.Message());
+}
+
+// A whole response: status, headers, body text and producer move into the call.
+inline void StoreResponse(ApiCallContext& call, ApiResponse&& response) {
+    call.status = response.status;
+    call.headers = std::move(response.headers);
+    call.text = std::move(response.text);
+    call.producer = std::move(response.producer);
+}
+
+// The answers a handler may give, with their type and how they reach the
+// call context: MaybeType<Failure, T>, MaybeType<Failure, void>, ApiResponse.
+template <class Answer>
+struct ApiAnswer {
+    static_assert(kAlwaysFalse<Answer>, "a handler answers MaybeType<Failure, T> or ApiResponse");
+};
+
+template <class T>
+struct ApiAnswer<MaybeType<Failure, T>> {
+    static BindingTypeIdentifier Type() { return TypeIdentifierOf<T>(); }
+    static const BindingTypeIdentity& Identity() { return BindingTypeIdentity::Of<T>(); }
+    static void Store(ApiCallContext& call, MaybeType<Failure, T>&& answer) {
+        if (answer.HasFailure()) {
+            StoreFailure(call, answer.GetFailure());
+        } else {
+            ToBinding(call.result, answer.Value(), *call.function.registry);
+        }
+    }
+};
+
+template <>
+struct ApiAnswer<MaybeType<Failure, void>> {
+    static BindingTypeIdentifier Type() { return {}; }
+    static const BindingTypeIdentity& Identity() { return BindingTypeIdentity::Of<void>(); }
+    static void Store(ApiCallContext& call, MaybeType<Failure, void>&& answer) {
+        if (answer.HasFailure()) {
+            StoreFailure(call, answer.GetFailure());
+        }
+    }
+};
+
+template <>
+struct ApiAnswer<ApiResponse> {
+    static BindingTypeIdentifier Type() { return {BindingTypeKind::Struct, BindingTypeKind::None, &Identity()}; }
+    static const BindingTypeIdentity& Identity() { return BindingTypeIdentity::Of<ApiResponse>(); }
+    static void Store(ApiCallContext& call, ApiResponse&& answer) { StoreResponse(call, std::move(answer)); }
+};
 
 // The native arguments of a handler: its parameters by value, without the
 // request summary that handlers answering ApiResponse take first.

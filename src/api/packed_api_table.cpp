@@ -1,8 +1,8 @@
 #include "api/packed_api_table.h"
 
-#include "api/endpoint_entry.h"
+#include "api/dispatcher.h"
 #include "api/live_addresses.h"
-#include "binding/registry.h"
+#include "types/registry.h"
 
 namespace wex {
 

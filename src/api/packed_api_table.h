@@ -3,8 +3,8 @@
 #include <deque>
 #include <vector>
 
-#include "api/route.h"
-#include "plugin/boundary.h"
+#include "api/route_table.h"
+#include "boundary/boundary.h"
 
 namespace wex {
 

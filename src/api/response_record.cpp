@@ -4,7 +4,7 @@
 #include <cstring>
 #include <new>
 
-#include "binding/host_value.h"
+#include "types/host_value.h"
 
 namespace wex {
 

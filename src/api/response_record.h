@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "api/body_producer.h"
-#include "plugin/boundary.h"
+#include "api/api_handler.h"
+#include "boundary/boundary.h"
 
 namespace wex {
 

@@ -1,12 +1,37 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "api/route_pattern.h"
-
 namespace wex {
+
+// One piece of a compiled template: a literal text, a capture that takes no
+// "/" ({name}), or a capture that takes anything but a line break ({+name},
+// and {#name} after its literal "#").
+struct RoutePatternPiece {
+    enum class Kind { Literal, Segment, Anything };
+    Kind kind = Kind::Literal;
+    std::string literal;
+};
+
+// A template's path test against the whole path. Each capture takes the
+// longest text after which the rest of the template still matches, so it
+// selects exactly what the template's ECMAScript expression selects
+// ("{name}" as "([^/]*)", "{+name}" as "(.*)", "{#name}" as "#(.*)").
+// Time and memory grow linearly with the path, times the number of pieces,
+// and nothing recurses, so a long hostile path costs no stack.
+class RoutePattern {
+  public:
+    explicit RoutePattern(std::vector<RoutePatternPiece> pieces) : pieces_(std::move(pieces)) {}
+
+    // The text of each capture in order, or none when the path does not match.
+    std::optional<std::vector<std::string_view>> Match(std::string_view path) const;
+
+  private:
+    std::vector<RoutePatternPiece> pieces_;
+};
 
 // {name} takes one path segment, {+name} anything with slashes, {#name} a
 // "#" and anything after it.
@@ -20,11 +45,9 @@ struct RouteTemplateParameter {
 // A template as routes keep it: one trailing "/" removed, "/" alone kept.
 std::string NormalizeRouteTemplate(std::string_view pathTemplate);
 
-// A template turned into an ECMAScript expression that matches the whole
-// path, one capture group per parameter in the order of their braces, and
-// into the pieces of the RoutePattern that matches the same paths.
+// A template turned into its parameters, in the order of their braces, and
+// the pieces of the RoutePattern that matches it.
 struct CompiledRouteTemplate {
-    std::string expression;
     std::vector<RouteTemplateParameter> parameters;
     std::vector<RoutePatternPiece> pieces;
 };

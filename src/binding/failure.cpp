@@ -1,8 +1,9 @@
 #include "binding/failure.h"
 
 #include <cmath>
+#include <string>
 
-#include "codec/rapidjson.h"
+#include "binding/rapidjson.h"
 #include "diagnostics/format_message.h"
 #include "diagnostics/format_named_message.h"
 
@@ -73,6 +74,15 @@ std::string Failure::ToString() const {
     }
     writer.EndObject();
     return std::string(buffer.GetString(), buffer.GetSize());
+}
+
+Failure TextFailure(std::int32_t code, std::string_view text) {
+    // A printf placeholder takes the text without naming a field.
+    return Failure(code, "%s", {std::string(text)});
+}
+
+Failure ErrorAnswer(std::string_view message) {
+    return TextFailure(500, message.empty() ? std::string_view("Internal server error") : message);
 }
 
 }  // namespace wex

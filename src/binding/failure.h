@@ -7,8 +7,8 @@
 #include <string_view>
 #include <variant>
 
-#include "diagnostics/field_map.h"
-#include "diagnostics/format_argument.h"
+#include "diagnostics/format_named_message.h"
+#include "diagnostics/format_message.h"
 
 namespace wex {
 
@@ -61,5 +61,13 @@ template <>
 struct FormatText<Failure> {
     static std::string Text(const Failure& failure) { return failure.ToString(); }
 };
+
+// A failure whose message is text as it is: braces in it are not
+// placeholders and it adds no fields beyond the code's.
+Failure TextFailure(std::int32_t code, std::string_view text);
+
+// The answer of a request handler that met an unexpected failure: status 500
+// with the failure's message, or "Internal server error" when it has none.
+Failure ErrorAnswer(std::string_view message);
 
 }  // namespace wex

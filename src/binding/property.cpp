@@ -1,15 +1,14 @@
 #include "binding/property.h"
 
+#include <array>
 #include <cmath>
 #include <cstdio>
 #include <new>
 #include <utility>
 
-#include "binding/base64.h"
-#include "binding/collection_record.h"
+#include "binding/containers.h"
 #include "binding/document.h"
-#include "binding/property_tree.h"
-#include "binding/structure_record.h"
+#include "binding/value_text.h"
 
 namespace wex {
 
@@ -325,6 +324,13 @@ void BindingProperty::SetError(std::string_view message) noexcept {
 
 std::string_view BindingProperty::GetError() const {
     return valid_ ? std::string_view() : Member("error").AsString();
+}
+
+std::string_view BindingPropertyKindName(BindingPropertyKind kind) {
+    static constexpr std::array<std::string_view, 10> kNames = {"empty",  "bool", "signed", "unsigned",   "float",
+                                                                "string", "blob", "enum",   "collection", "structure"};
+    const auto index = static_cast<std::size_t>(kind);
+    return index < kNames.size() ? kNames[index] : std::string_view();
 }
 
 }  // namespace wex

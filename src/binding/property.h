@@ -7,11 +7,27 @@
 #include <string_view>
 #include <vector>
 
-#include "binding/property_kind.h"
 #include "binding/string_entry.h"
 #include "binding/type_identity.h"
 
 namespace wex {
+
+// The kind of a BindingProperty. The names appear in conversion messages.
+enum class BindingPropertyKind : std::uint8_t {
+    Empty = 0,
+    Bool = 1,
+    Signed = 2,
+    Unsigned = 3,
+    Float = 4,
+    String = 5,
+    Blob = 6,
+    Enum = 7,
+    Collection = 8,
+    Structure = 9,
+};
+
+// "empty", "bool", ... "structure"; the empty text for a value outside the ten.
+std::string_view BindingPropertyKindName(BindingPropertyKind kind);
 
 class BindingDocument;
 class BindingProperty;
@@ -244,7 +260,32 @@ class BindingProperty {
 
 static_assert(sizeof(BindingProperty) <= (sizeof(void*) == 8 ? 24 : 16));
 
-}  // namespace wex
+// How a structure stores its members: here rather than with the structure's
+// record, so that walking the members compiles to plain pointer steps.
+struct StructureMember {
+    StringEntry* name;  // interned in the tree's document
+    BindingProperty value;
+};
 
-// The member layout, for the iterator's inline steps.
-#include "binding/structure_member.h"
+// A run of members in name order, in one array of the document's pool.
+struct MemberChunk {
+    StructureMember* items;
+    std::uint32_t size;
+    std::uint32_t capacity;
+};
+
+inline BindingMember BindingMemberIterator::operator*() const {
+    const StructureMember& member = chunk_->items[item_];
+    return {member.name->View(), member.value};
+}
+
+// Every chunk holds at least one member, so the step never stops on an empty one.
+inline BindingMemberIterator& BindingMemberIterator::operator++() {
+    if (++item_ == chunk_->size) {
+        ++chunk_;
+        item_ = 0;
+    }
+    return *this;
+}
+
+}  // namespace wex

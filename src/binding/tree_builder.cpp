@@ -6,9 +6,8 @@
 #include <limits>
 #include <new>
 
-#include "binding/collection_record.h"
+#include "binding/containers.h"
 #include "binding/document.h"
-#include "binding/structure_record.h"
 
 namespace wex {
 

@@ -7,9 +7,13 @@
 #include <vector>
 
 #include "binding/property.h"
-#include "binding/structure_member.h"
 
 namespace wex {
+
+// The deepest nesting of containers that a reader of outside text accepts
+// when its parser recurses or slows down with every level: well below what
+// the smallest thread stack survives.
+inline constexpr std::size_t kMaxNestingDepth = 1000;
 
 // Builds a value tree from a reader's events in document order. The values of
 // an open container wait on a stack; when the container closes it takes them

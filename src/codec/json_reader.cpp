@@ -3,9 +3,8 @@
 #include <cstring>
 #include <string_view>
 
+#include "binding/rapidjson.h"
 #include "binding/tree_builder.h"
-#include "codec/nesting_limit.h"
-#include "codec/rapidjson.h"
 #include "diagnostics/format_message.h"
 
 namespace wex {
@@ -99,8 +98,8 @@ BindingProperty ParseJson(const char* text) {
     rapidjson::StringStream stream(text);
     const rapidjson::ParseResult outcome = reader.Parse<rapidjson::kParseDefaultFlags>(stream, builder);
     if (outcome.IsError()) {
-        result.SetError(FormatMessage("Error: %s at offset %u.",
-                                      {rapidjson::GetParseError_En(outcome.Code()), outcome.Offset()}));
+        result.SetError(
+            FormatMessage("Error: %s at offset %u.", {rapidjson::GetParseError_En(outcome.Code()), outcome.Offset()}));
     }
     return result;
 }

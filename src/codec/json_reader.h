@@ -15,6 +15,8 @@ namespace wex {
 // "Error: <message> at offset <n>." with the byte offset counted from the
 // first byte of text. Throws std::bad_alloc when memory runs out.
 BindingProperty ParseJson(const char* text);
-inline BindingProperty ParseJson(const std::string& text) { return ParseJson(text.c_str()); }
+inline BindingProperty ParseJson(const std::string& text) {
+    return ParseJson(text.c_str());
+}
 
 }  // namespace wex

@@ -4,9 +4,9 @@
 #include <span>
 #include <vector>
 
-#include "binding/base64.h"
-#include "binding/registry.h"
-#include "codec/rapidjson.h"
+#include "binding/rapidjson.h"
+#include "binding/value_text.h"
+#include "types/registry.h"
 
 namespace wex {
 

@@ -119,8 +119,9 @@ class MessagePackReader {
 
     bool TakePayload(std::uint64_t size, bool isString, std::string_view& payload) {
         if (length_ - position_ < size) {
-            Fail(FormatMessage(isString ? "Invalid MessagePack data. String of size %1 at position %2 is truncated."
-                                        : "Invalid MessagePack data. Raw bytes of size %1 at position %2 are truncated.",
+            Fail(FormatMessage(isString
+                                   ? "Invalid MessagePack data. String of size %1 at position %2 is truncated."
+                                   : "Invalid MessagePack data. Raw bytes of size %1 at position %2 are truncated.",
                                {size, position_}));
             return false;
         }

@@ -1,19 +1,121 @@
 #include "codec/yaml_reader.h"
 
 #include <yaml.h>
-
 #include <cstddef>
 #include <new>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
+#include "binding/property.h"
 #include "binding/tree_builder.h"
-#include "codec/nesting_limit.h"
-#include "codec/yaml_anchors.h"
 #include "codec/yaml_scalar.h"
 #include "diagnostics/format_message.h"
 
 namespace wex {
+
+// The anchors of one YAML read, each holding a copy of its value, and the
+// budget of nodes that copies may create: aliases copy whole values, so a few
+// lines of nested aliases could otherwise ask for billions of nodes. The
+// copies kept for anchors count against the same budget, as nesting anchors
+// copies each level again.
+class YamlAnchors {
+  public:
+    static constexpr std::size_t kMaxCopiedNodes = 1000000;
+
+    enum class Result { Ok, Duplicate, Undefined, Cyclic, TooManyNodes };
+
+    // Takes the name for a container that has just started.
+    Result Open(const std::string& name);
+    // Stores a copy of the finished container that was opened under name.
+    Result Close(const std::string& name, const BindingProperty& value);
+    // Takes the name and stores a copy of a scalar's value.
+    Result Add(const std::string& name, const BindingProperty& value);
+    // Copies the anchored value into slot.
+    Result CopyTo(const std::string& name, BindingProperty& slot);
+
+  private:
+    struct Anchor {
+        BindingProperty value;
+        std::size_t nodes = 0;
+        bool open = true;
+    };
+
+    Result Store(Anchor& anchor, const BindingProperty& value);
+    bool Spend(std::size_t nodes);
+
+    std::unordered_map<std::string, Anchor> anchors_;
+    std::size_t copiedNodes_ = 0;
+};
+
+namespace {
+
+// Walks with its own stack: an anchored value may be nested very deep.
+std::size_t CountNodes(const BindingProperty& root) {
+    std::size_t count = 0;
+    std::vector<const BindingProperty*> pending{&root};
+    while (!pending.empty()) {
+        const BindingProperty* node = pending.back();
+        pending.pop_back();
+        ++count;
+        for (const BindingProperty& element : node->Elements()) {
+            pending.push_back(&element);
+        }
+        for (const BindingMember member : node->Members()) {
+            pending.push_back(&member.value);
+        }
+    }
+    return count;
+}
+
+}  // namespace
+
+bool YamlAnchors::Spend(std::size_t nodes) {
+    if (nodes > kMaxCopiedNodes - copiedNodes_) {
+        return false;
+    }
+    copiedNodes_ += nodes;
+    return true;
+}
+
+YamlAnchors::Result YamlAnchors::Store(Anchor& anchor, const BindingProperty& value) {
+    anchor.nodes = CountNodes(value);
+    if (!Spend(anchor.nodes)) {
+        return Result::TooManyNodes;
+    }
+    anchor.value = value;
+    anchor.open = false;
+    return Result::Ok;
+}
+
+YamlAnchors::Result YamlAnchors::Open(const std::string& name) {
+    return anchors_.try_emplace(name).second ? Result::Ok : Result::Duplicate;
+}
+
+YamlAnchors::Result YamlAnchors::Close(const std::string& name, const BindingProperty& value) {
+    return Store(anchors_.at(name), value);
+}
+
+YamlAnchors::Result YamlAnchors::Add(const std::string& name, const BindingProperty& value) {
+    const auto [anchor, added] = anchors_.try_emplace(name);
+    return added ? Store(anchor->second, value) : Result::Duplicate;
+}
+
+YamlAnchors::Result YamlAnchors::CopyTo(const std::string& name, BindingProperty& slot) {
+    const auto found = anchors_.find(name);
+    if (found == anchors_.end()) {
+        return Result::Undefined;
+    }
+    const Anchor& anchor = found->second;
+    if (anchor.open) {
+        return Result::Cyclic;
+    }
+    if (!Spend(anchor.nodes)) {
+        return Result::TooManyNodes;
+    }
+    slot = anchor.value;
+    return Result::Ok;
+}
 
 namespace {
 

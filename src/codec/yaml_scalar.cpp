@@ -7,9 +7,9 @@
 #include <cstring>
 #include <optional>
 
-#include "binding/conversion_failures.h"
-#include "binding/number_text.h"
+#include "binding/value_text.h"
 #include "diagnostics/format_message.h"
+#include "types/native_conversion.h"
 
 namespace wex {
 

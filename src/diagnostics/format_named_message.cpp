@@ -1,11 +1,27 @@
 #include "diagnostics/format_named_message.h"
 
+#include <algorithm>
 #include <array>
 #include <vector>
 
 #include "diagnostics/format_message.h"
 
 namespace wex {
+
+void FieldMap::Set(std::string name, FieldValue value) {
+    auto found = std::find_if(entries_.begin(), entries_.end(), [&](const Entry& e) { return e.first == name; });
+    if (found != entries_.end()) {
+        found->second = std::move(value);
+        return;
+    }
+    entries_.emplace_back(std::move(name), std::move(value));
+}
+
+const FieldValue* FieldMap::Find(std::string_view name) const {
+    auto found = std::find_if(entries_.begin(), entries_.end(), [&](const Entry& e) { return e.first == name; });
+    return found == entries_.end() ? nullptr : &found->second;
+}
+
 namespace {
 
 bool EndsWith(std::string_view text, std::string_view suffix) {

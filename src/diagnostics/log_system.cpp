@@ -9,11 +9,11 @@
 #include <type_traits>
 #include <vector>
 
-#include "diagnostics/console_log_target.h"
-#include "platform/executable_name.h"
-#include "platform/local_time.h"
+#include "diagnostics/log_target.h"
+#include "platform/process_info.h"
 
 namespace wex {
+
 namespace {
 
 constexpr const char* kUnknownExecutable = "<unknown>";
@@ -252,5 +252,7 @@ const char* LogExecutableName() {
     LogSystem* system = Existing();
     return system == nullptr ? kUnknownExecutable : system->executableName.c_str();
 }
+
+void Trace(const char*, ...) {}
 
 }  // namespace wex

@@ -4,10 +4,8 @@
 #include <cstdint>
 #include <string_view>
 
-#include "diagnostics/log_category.h"
-#include "diagnostics/log_level.h"
+#include "diagnostics/log_record.h"
 #include "diagnostics/log_target.h"
-#include "diagnostics/printf_format.h"
 
 namespace wex {
 
@@ -53,5 +51,9 @@ std::uint64_t ErrorCount();
 
 // The executable's file name shown by "#E"; "<unknown>" when it could not be read.
 const char* LogExecutableName();
+
+// The trace channel: takes a printf-style line (its arguments checked by the
+// compiler) and discards it.
+void Trace(const char* format, ...) WEX_PRINTF_FORMAT(1, 2);
 
 }  // namespace wex

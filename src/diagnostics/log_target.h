@@ -1,7 +1,9 @@
 #pragma once
 
 #include <atomic>
+#include <cstddef>
 #include <cstdint>
+#include <cstdio>
 #include <mutex>
 #include <string>
 
@@ -91,5 +93,74 @@ struct LogTargetConfiguration {
 // Deactivates the target, takes the configuration (the included categories lose
 // the excluded ones), then activates it: it goes to the end of the active list.
 void ConfigureTarget(LogTarget& target, const LogTargetConfiguration& configuration);
+
+// Formats one line from a pattern into buffer. "#" and a letter are replaced:
+// #D the record's time (2024-05-01T13:02:03.004), #E the executable name, #G the
+// category names joined by ";", #H seconds since the log's clock was first read
+// (000012.345), #L the level name, #M the message, #T the current thread's id;
+// "#" and any other character give that character. The line ends with exactly
+// one newline (none is added when the text already ends with one) and is cut to
+// fit capacity - 1 bytes, keeping the newline, then terminated. Allocates nothing.
+std::size_t FormatLine(const char* pattern, const LogRecord& record, char* buffer, std::size_t capacity);
+
+// A target that writes each record as one line formatted from its pattern.
+class BaseConsoleLogTarget : public LogTarget {
+  public:
+    const char* TypeName() const override;
+    // Formats the line into a stack buffer and writes it under the target's lock.
+    bool Write(const LogRecord& record) override;
+    virtual void Flush() {}
+
+  protected:
+    // Called under the target's lock with a zero-terminated line.
+    virtual void WriteLine(const char* line, std::size_t length) = 0;
+};
+
+// A console target on a C stream. The stream can be replaced (tests capture it).
+class StreamLogTarget : public BaseConsoleLogTarget {
+  public:
+    explicit StreamLogTarget(std::FILE* stream) : stream_(stream) {}
+
+    void SetStream(std::FILE* stream);
+    void Flush() override;
+
+  protected:
+    void WriteLine(const char* line, std::size_t length) override;
+    std::FILE* Stream() const { return stream_; }
+
+  private:
+    std::FILE* stream_;
+};
+
+// Standard error: "#E(#T): #L| #M", DBG only, never GEN.
+class StdErrLogTarget : public StreamLogTarget {
+  public:
+    StdErrLogTarget();
+    const char* TypeName() const override;
+};
+
+// Standard output: "#M", GEN only, never DBG; flushed after each line when asked.
+class StdOutLogTarget : public StreamLogTarget {
+  public:
+    StdOutLogTarget();
+    const char* TypeName() const override;
+    void SetFlushEachLine(bool flush);
+
+  protected:
+    void WriteLine(const char* line, std::size_t length) override;
+
+  private:
+    bool flushEachLine_ = false;
+};
+
+// The platform's debugger output: "#E(#T): #L| #M", DBG only.
+class DebuggerConsoleLogTarget : public BaseConsoleLogTarget {
+  public:
+    DebuggerConsoleLogTarget();
+    const char* TypeName() const override;
+
+  protected:
+    void WriteLine(const char* line, std::size_t length) override;
+};
 
 }  // namespace wex

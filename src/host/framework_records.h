@@ -12,6 +12,9 @@ namespace wex {
 // The records that travel between the host, the other plug-ins and the
 // module: resource changes, server messages and service-proxy answers. Their
 // identities are fixed, so every plug-in of the platform names them alike.
+// "Lcds" in a name stands for LCDS, the legacy messaging connection to the
+// game server, over which the server pushes messages and answers the calls
+// that go through "/tav-login/v1/session/invoke".
 
 enum class PluginResourceEventType : std::int32_t { Create = 0, Update = 1, Delete = 2 };
 

@@ -1,9 +1,6 @@
 #include "host/plugin_base.h"
 
-#include <vector>
-
 #include "api/live_addresses.h"
-#include "binding/type_identity.h"
 
 namespace wex {
 
@@ -20,32 +17,19 @@ void PluginBase::Connect(std::uint32_t hostContext, std::string name, std::strin
 }
 
 void PluginBase::Finalize() {
-    std::vector<std::string> names;
-    for (const auto& entry : hostEventHandlers_) {
-        names.push_back(entry.first);
-    }
-    for (const std::string& name : names) {
-        UnsubscribeHostEvent(name.c_str(), hostContext_);
-    }
-    hostEventHandlers_.clear();
-    lcdsHandlers_.clear();
-    serviceProxy_.Clear();
-    observers_.Clear();
+    events_.DropHostEventHandlers();
+    serverCalls_.DropServiceProxyCalls();
+    events_.DropObservers();
 }
 
-void PluginBase::RegisterLcdsClassName(std::string typeName, const BindingTypeIdentity& type, std::string className) {
-    lcdsClassNamesByType_.insert_or_assign(type.id, className);
-    lcdsClassNamesByTypeName_.insert_or_assign(std::move(typeName), std::move(className));
-}
-
-std::string_view PluginBase::FindLcdsClassName(std::string_view typeName) const {
-    const auto found = lcdsClassNamesByTypeName_.find(typeName);
-    return found != lcdsClassNamesByTypeName_.end() ? std::string_view(found->second) : std::string_view();
-}
-
-std::string_view PluginBase::FindLcdsClassName(const BindingTypeIdentity& type) const {
-    const auto found = lcdsClassNamesByType_.find(type.id);
-    return found != lcdsClassNamesByType_.end() ? std::string_view(found->second) : std::string_view();
+void PluginBase::RegisterServiceProxyHandlers() {
+    using Response = PluginServiceProxyResponse;
+    events_.RegisterHostEventHandler<Response>(
+        "OnServiceProxyUuidEvent", [this](const Response& r) { serverCalls_.OnServiceProxyUuidEvent(r); }, 1);
+    events_.RegisterHostEventHandler<Response>(
+        "OnServiceProxyMethodEvent", [this](const Response& r) { serverCalls_.OnServiceProxyMethodEvent(r); }, 1);
+    events_.RegisterHostEventHandler<Response>(
+        "OnServiceProxyAsyncEvent", [this](const Response& r) { serverCalls_.OnServiceProxyAsyncEvent(r); }, 1);
 }
 
 }  // namespace wex

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <set>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -10,11 +11,17 @@
 
 #include "binding/failure.h"
 #include "binding/maybe_type.h"
-#include "leagues/league_list_dto.h"
-#include "leagues/login_records.h"
-#include "notifications/notification_resource.h"
+#include "leagues/api_types.h"
+#include "leagues/server_dtos.h"
 
 namespace Orvel::Client::Leagues {
+
+// The phases from the ready check to the end of a game, during which new
+// notifications wait: ReadyCheck to PreEndOfGame.
+extern const std::set<Api::GameflowPhase> HeldBackPhases;
+
+// Whether notifications may show in a phase: in every phase outside HeldBackPhases.
+bool NotificationsAllowedIn(Api::GameflowPhase phase);
 
 // A record can sit in two containers of the store at once, and outlives them
 // while an acknowledgement waits for the server.

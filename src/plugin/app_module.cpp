@@ -2,24 +2,38 @@
 
 #include <cstdlib>
 #include <exception>
+#include <mutex>
 
-#include "api/function_name.h"
-#include "binding/builtin_types.h"
-#include "binding/registry.h"
+#include "api/route_table.h"
 #include "diagnostics/assertion.h"
 #include "diagnostics/format_message.h"
+#include "diagnostics/log_target.h"
 #include "diagnostics/log_system.h"
 #include "platform/event_tracing.h"
+#include "platform/memory_accounting.h"
 #include "plugin/framework_types.h"
-#include "plugin/memory_accounting.h"
-#include "plugin/plugin_log_target.h"
-#include "plugin/telemetry_sender.h"
+#include "types/api_description.h"
+#include "types/registry.h"
 
 namespace wex {
 
-AppModule::LogSystemReference::LogSystemReference() { AcquireLogSystem(); }
+bool PluginLogTarget::Write(const LogRecord& record) {
+    char line[4096];
+    {
+        std::lock_guard<std::recursive_mutex> lock(Mutex());
+        FormatLine(Pattern(record), record, line, sizeof line);
+    }
+    api_->Log(api_, static_cast<std::int32_t>(record.level), line);
+    return true;
+}
 
-AppModule::LogSystemReference::~LogSystemReference() { ReleaseLogSystem(); }
+AppModule::LogSystemReference::LogSystemReference() {
+    AcquireLogSystem();
+}
+
+AppModule::LogSystemReference::~LogSystemReference() {
+    ReleaseLogSystem();
+}
 
 AppModule::AppModule(std::string shortName)
     : constructedName_(std::move(shortName)), callbacks_{&StartCallback, &StopCallback, &MemoryStatsCallback} {
@@ -27,14 +41,17 @@ AppModule::AppModule(std::string shortName)
     RegisterBuiltinTypes(registry_);
 }
 
-AppModule::~AppModule() { platform::UnregisterEventTracing(); }
+AppModule::~AppModule() {
+    platform::UnregisterEventTracing();
+}
 
 void AppModule::Load(PluginLoadInfo& info) {
     const ApiVersion own = PluginApiVersion();
     const ApiVersion core{info.major, info.minor, info.patch, {}, {}};
     if (!IsCompatible(own, core)) {
-        const std::string text = FormatMessage("%1 which supports plugin API %2 is not compatible with core's plugin API %3",
-                                               {constructedName_, own.ToString(), core.ToString()});
+        const std::string text =
+            FormatMessage("%1 which supports plugin API %2 is not compatible with core's plugin API %3",
+                          {constructedName_, own.ToString(), core.ToString()});
         LogMessage(LogLevel::Error, LogCategory::Dbg, "%s", text.c_str());
         ReportAssertion("ALE-EECF0606", "", "", 0, "");
         std::abort();
@@ -96,7 +113,9 @@ ApiArgumentBuilder AppModule::AddRouteWith(std::uint32_t method, std::string_vie
     return routes_.AddRoute(registry_, method, pathTemplate, std::move(function));
 }
 
-bool AppModule::OnStart() { return true; }
+bool AppModule::OnStart() {
+    return true;
+}
 
 // ---- The host's functions -------------------------------------------------
 
@@ -129,8 +148,8 @@ void AppModule::UnsubscribeHostEvent(const char* name, std::uint32_t hostContext
     }
 }
 
-void AppModule::ScheduleCallback(const char* label, HostScheduledCallback callback, void* userData,
-                                 double delaySeconds, std::uint32_t flag) {
+void AppModule::ScheduleCallback(const char* label, HostScheduledCallback callback, void* userData, double delaySeconds,
+                                 std::uint32_t flag) {
     if (startInfo_ != nullptr) {
         startInfo_->api->ScheduleCallback(startInfo_->api, label, callback, userData, delaySeconds, flag);
     }
@@ -189,7 +208,7 @@ void AppModule::StopCallback(void* context) noexcept {
 
 void AppModule::MemoryStatsCallback(void* /*context*/, MemoryStats* out) noexcept {
     if (out != nullptr) {
-        MemoryAccounting::Library().Read(*out);
+        platform::MemoryAccounting::Library().Read(*out);
     }
 }
 

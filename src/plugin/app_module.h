@@ -8,15 +8,27 @@
 #include "api/native_handler.h"
 #include "api/packed_api_table.h"
 #include "api/route_table.h"
-#include "binding/registry.h"
+#include "boundary/boundary.h"
+#include "diagnostics/log_target.h"
 #include "host/plugin_base.h"
-#include "plugin/api_version.h"
-#include "plugin/boundary.h"
-#include "plugin/plugin_name.h"
+#include "plugin/plugin_identity.h"
+#include "types/registry.h"
 
 namespace wex {
 
-class PluginLogTarget;
+// Forwards the plug-in's log to the host's Log function once the module has
+// started: each record becomes one line in the target's pattern.
+class PluginLogTarget : public LogTarget {
+  public:
+    explicit PluginLogTarget(const CoreApi* api) : api_(api) {}
+
+    const char* TypeName() const override { return "PluginLogTarget"; }
+    bool Write(const LogRecord& record) override;
+
+  private:
+    const CoreApi* api_;  // owned by the host, valid until Stop
+};
+
 class TelemetrySender;
 
 enum class ModuleState { Constructed, Registered, Started, Finalizing, Finalized };
@@ -25,7 +37,7 @@ enum class ModuleState { Constructed, Registered, Started, Finalizing, Finalized
 // connection to the host and the three callbacks the host calls. The host
 // holds one module per loaded plug-in through the context pointer. [host-thread]
 class AppModule : public PluginBase {
-public:
+  public:
     // Construction talks to nobody; it takes a reference on the log system.
     explicit AppModule(std::string shortName);
     ~AppModule() override;
@@ -81,7 +93,7 @@ public:
     RouteList Routes() const { return routes_.Routes(); }
     ModuleState State() const { return state_; }
 
-private:
+  private:
     ApiArgumentBuilder AddRouteWith(std::uint32_t method, std::string_view pathTemplate,
                                     std::shared_ptr<const ApiFunctionHandler> handler);
     bool Start(const PluginStartInfo* info);
@@ -112,5 +124,21 @@ private:
     PackedApiTable apiTable_;
     ModuleState state_ = ModuleState::Constructed;
 };
+
+// The body of a plug-in's exported entry: builds the module and runs its load
+// sequence. A missing load record or any failure while loading gives null.
+template <class Module>
+void* LoadPlugin(PluginLoadInfo* info) noexcept {
+    if (info == nullptr) {
+        return nullptr;
+    }
+    try {
+        auto module = std::make_unique<Module>();
+        module->Load(*info);
+        return module.release();
+    } catch (...) {
+        return nullptr;
+    }
+}
 
 }  // namespace wex

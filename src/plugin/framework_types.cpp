@@ -1,6 +1,8 @@
 #include "plugin/framework_types.h"
 
-#include "binding/registry.h"
+#include "host/plugin_base.h"
+#include "host/requests.h"
+#include "types/registry.h"
 
 namespace wex {
 
@@ -69,6 +71,16 @@ void RegisterFrameworkEvents(BindingTypeRegistry& registry) {
 void RegisterFrameworkTypes(BindingTypeRegistry& registry) {
     RegisterFrameworkRecords(registry);
     RegisterFrameworkEvents(registry);
+}
+
+std::future<MaybeType<Failure, void>> TelemetrySender::SendTelemetry(
+    std::string_view eventName, const std::map<std::string, BindingProperty>& data) {
+    std::promise<MaybeType<Failure, void>> promise;
+    HostResponse response{};
+    const ResponseReleaser releaser(response);
+    promise.set_value(module_.SendRawRequest(response, HostMethodPost,
+                                             std::string("/telemetry/v1/events/") + std::string(eventName), data));
+    return promise.get_future();
 }
 
 }  // namespace wex

@@ -9,7 +9,7 @@
 #include <thread>
 
 #include "address_sanitizer.h"
-#include "plugin/memory_accounting.h"
+#include "platform/memory_accounting.h"
 
 namespace wex {
 namespace {
@@ -22,7 +22,7 @@ struct Counts {
 };
 
 Counts Now() {
-    const MemoryAccounting& library = MemoryAccounting::Library();
+    const platform::MemoryAccounting& library = platform::MemoryAccounting::Library();
     return {library.Allocations(), library.Frees(), library.AllocatedBytes(), library.FreedBytes()};
 }
 

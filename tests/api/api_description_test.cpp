@@ -4,10 +4,9 @@
 #include "api/native_handler.h"
 #include "api/route_table.h"
 #include "api_test_module.h"
-#include "binding/api_description.h"
-#include "binding/builtin_types.h"
-#include "binding/registry.h"
 #include "codec/json_writer.h"
+#include "types/api_description.h"
+#include "types/registry.h"
 
 namespace wex {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "api/api_response.h"
+#include "api/api_handler.h"
 
 namespace tav::test {
 

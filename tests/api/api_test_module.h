@@ -10,10 +10,10 @@
 
 #include "api/dispatcher.h"
 #include "api/response_record.h"
-#include "binding/host_value.h"
-#include "binding/registry.h"
 #include "codec/json_writer.h"
 #include "plugin/app_module.h"
+#include "types/host_value.h"
+#include "types/registry.h"
 
 namespace tav::test {
 

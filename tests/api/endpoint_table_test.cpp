@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "api/endpoint_entry.h"
+#include "api/dispatcher.h"
 #include "api_test_module.h"
 
 namespace tav::test {

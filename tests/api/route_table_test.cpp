@@ -1,12 +1,13 @@
+#include "api/route_table.h"
+
 #include <gtest/gtest.h>
 
 #include "api/native_handler.h"
-#include "api/route_match.h"
-#include "api/route_table.h"
-#include "binding/registry.h"
-#include "plugin/boundary.h"
+#include "boundary/boundary.h"
+#include "types/registry.h"
 
 namespace wex {
+
 namespace {
 
 using Answer = MaybeType<Failure, std::string>;
@@ -115,5 +116,33 @@ TEST_F(RouteTableTest, TiesGoToTheShorterCaptureThenTheEarlierRoute) {
     EXPECT_EQ(MatchRoute(literalFirst.Routes(), HostMethodGet, "", "/l/")->route->function->tags.front(), "template");
 }
 
+TEST(DeriveFunctionName, FollowsMethodAndTemplate) {
+    struct Case {
+        const char* method;
+        const char* pathTemplate;
+        const char* expected;
+    };
+    const Case cases[] = {
+        {"GET", "/tav-leagues/v1/summoner-leagues/{summonerId}", "GetTavLeaguesV1SummonerLeaguesBySummonerId"},
+        {"POST", "/tav-leagues/v2/notifications/{id}/acknowledge", "PostTavLeaguesV2NotificationsByIdAcknowledge"},
+        {"DELETE", "/a_b.c!d+e", "DeleteABCDE"},
+        {"GET", "/tav-leagues/v2/tiers/", "GetTavLeaguesV2Tiers"},
+        {"GET", "/x/{+rest}", "GetXByRest"},
+        {"", "/tav-leagues/v1/teams/{id}", "TavLeaguesV1TeamsById"},
+        {"get", "/x", "GetX"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.pathTemplate);
+        EXPECT_EQ(DeriveFunctionName(c.method, c.pathTemplate), c.expected);
+    }
+}
+
+TEST(MakeIdentifier, TurnsTheShortNameIntoTheTypeNamespace) {
+    EXPECT_EQ(MakeIdentifier("tav-leagues"), "TavLeagues");
+    EXPECT_EQ(MakeIdentifier(""), "");
+    EXPECT_EQ(MakeIdentifier("--"), "");
+}
+
 }  // namespace
+
 }  // namespace wex

@@ -8,6 +8,7 @@
 #include "diagnostics/format_message.h"
 
 namespace wex {
+
 namespace {
 
 TEST(Failure, ADefaultFailureHasNoCodeNoMessageAndNoFields) {
@@ -100,5 +101,27 @@ TEST(Failure, PrintsItsTextFormInFormattedMessages) {
     EXPECT_EQ(FormatMessage("%s!", {Failure(3, "No", {})}), R"({"message":"No","errorCode_int":3}!)");
 }
 
+TEST(TextFailure, KeepsTheTextAsItIs) {
+    const Failure failure = TextFailure(0, "Service {leagues} at 100% {{");
+    EXPECT_EQ(failure.Code(), 0);
+    EXPECT_EQ(failure.Message(), "Service {leagues} at 100% {{");
+    EXPECT_TRUE(failure.Fields().empty());
+    EXPECT_EQ(failure.ToString(), "Service {leagues} at 100% {{");
+}
+
+TEST(TextFailure, ACodeIsItsOnlyField) {
+    EXPECT_EQ(TextFailure(404, "gone").ToString(), R"({"message":"gone","errorCode_int":404})");
+}
+
+TEST(ErrorAnswer, IsAStatus500WithTheMessageOrADefault) {
+    const Failure named = ErrorAnswer("League service not available.");
+    EXPECT_EQ(named.Code(), 500);
+    EXPECT_EQ(named.Message(), "League service not available.");
+    const Failure unnamed = ErrorAnswer("");
+    EXPECT_EQ(unnamed.Code(), 500);
+    EXPECT_EQ(unnamed.Message(), "Internal server error");
+}
+
 }  // namespace
+
 }  // namespace wex

@@ -4,7 +4,6 @@
 #include <string>
 
 #include "binding/property.h"
-#include "binding/property_kind.h"
 
 namespace tav::test {
 

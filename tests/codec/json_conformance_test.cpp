@@ -1,5 +1,5 @@
 #include <gtest/gtest.h>
-#include "codec/rapidjson.h"
+#include "binding/rapidjson.h"
 
 #include <fstream>
 #include <map>

@@ -7,10 +7,10 @@
 #include <string>
 #include <vector>
 
-#include "binding/registry.h"
 #include "codec/json_reader.h"
 #include "support/testdata.h"
 #include "testdata_file.h"
+#include "types/registry.h"
 
 namespace wex {
 namespace {
@@ -84,7 +84,8 @@ TEST(WriteJson, ScalarsTakeTheirJsonForms) {
 
 TEST(WriteJson, StringsEscapeQuotesBackslashesAndControlBytesOnly) {
     EXPECT_EQ(WriteJson(Text("\"\\/\b\t\n\f\r")), R"("\"\\/\b\t\n\f\r")");
-    EXPECT_EQ(WriteJson(Text(std::string_view("\x00\x01\x0B\x1F\x20\x7F", 6))), "\"\\u0000\\u0001\\u000B\\u001F \x7F\"");
+    EXPECT_EQ(WriteJson(Text(std::string_view("\x00\x01\x0B\x1F\x20\x7F", 6))),
+              "\"\\u0000\\u0001\\u000B\\u001F \x7F\"");
     // Bytes from 0x80 up pass as they are, valid UTF-8 or not.
     EXPECT_EQ(WriteJson(Text("\xC3\xA9\xFF")), "\"\xC3\xA9\xFF\"");
 }

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "binding/base64.h"
+#include "binding/value_text.h"
 #include "codec/json_reader.h"
 #include "codec/msgpack_reader.h"
 #include "describe_value.h"

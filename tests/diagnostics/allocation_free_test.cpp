@@ -5,8 +5,8 @@
 #include <cstdlib>
 #include <new>
 
-#include "diagnostics/console_log_target.h"
 #include "diagnostics/log_system.h"
+#include "diagnostics/log_target.h"
 #include "log_test_fixture.h"
 
 namespace {

@@ -58,7 +58,8 @@ TEST(FormatMessage, PlaceholdersTakeTheirArgumentsByNumberOrInOrder) {
         {"[%.*s]", {"three", "abc"}, "[]"},
         {"[%*d]", {9.0, 7}, "[7]"},
         // A number alone uses the default form; written length modifiers give way to the argument's own.
-        {"%1 %2 %3 %4 %5", {-1, std::int64_t{-5'000'000'000}, ~std::uint64_t{0}, 0.25, "t"},
+        {"%1 %2 %3 %4 %5",
+         {-1, std::int64_t{-5'000'000'000}, ~std::uint64_t{0}, 0.25, "t"},
          "-1 -5000000000 18446744073709551615 0.25 t"},
         {"%hhd %ld %lld %zu %Lf %jd %td", {300, 1, 2, 3u, 0.5, 4, 5}, "300 1 2 3 0.500000 4 5"},
         // Conversion n writes nothing.

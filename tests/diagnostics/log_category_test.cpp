@@ -1,4 +1,4 @@
-#include "diagnostics/log_category.h"
+#include "diagnostics/log_record.h"
 
 #include <gtest/gtest.h>
 

@@ -5,9 +5,9 @@
 #include <cstdio>
 #include <string>
 
-#include "diagnostics/console_log_target.h"
 #include "diagnostics/log_system.h"
-#include "platform/thread_id.h"
+#include "diagnostics/log_target.h"
+#include "platform/process_info.h"
 #include "support/debugger_capture.h"
 
 namespace wex::test {

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "host_test_module.h"
-#include "platform/monotonic_clock.h"
+#include "platform/process_info.h"
 
 namespace tav::test {
 namespace {

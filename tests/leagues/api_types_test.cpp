@@ -5,10 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "binding/native_conversion.h"
-#include "leagues/league.h"
-#include "loaded_module.h"
+#include "support/loaded_module.h"
 #include "type_description.h"
+#include "types/native_conversion.h"
 
 namespace Orvel::Client::Leagues {
 namespace {

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "binding/registry.h"
+#include "types/registry.h"
 
 namespace Orvel::Client::Leagues::test {
 

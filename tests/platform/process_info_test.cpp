@@ -6,10 +6,7 @@
 #include <thread>
 #include <vector>
 
-#include "platform/executable_name.h"
-#include "platform/local_time.h"
-#include "platform/monotonic_clock.h"
-#include "platform/thread_id.h"
+#include "platform/process_info.h"
 
 namespace wex::platform {
 namespace {

@@ -5,7 +5,6 @@
 
 #include "diagnostics/log_system.h"
 
-#include "plugin/plugin_loader.h"
 #include "support/hosted_module.h"
 
 namespace wex {

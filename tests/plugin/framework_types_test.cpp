@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "binding/registry.h"
 #include "plugin/app_module.h"
 #include "support/hosted_module.h"
+#include "types/registry.h"
 
 namespace wex {
 namespace {

@@ -1,4 +1,4 @@
-#include "plugin/plugin_name.h"
+#include "plugin/plugin_identity.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "plugin/telemetry_sender.h"
+#include "plugin/framework_types.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "plugin/plugin_loader.h"
+#include "plugin/app_module.h"
 #include "plugin_library.h"
 #include "simulated_host.h"
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "binding/base64.h"
+#include "binding/value_text.h"
 
 namespace Orvel::Client::Leagues::test {
 

@@ -1,7 +1,0 @@
-#include "diagnostics/trace.h"
-
-namespace wex {
-
-void Trace(const char*, ...) {}
-
-}  // namespace wex
