@@ -4,7 +4,12 @@
 
 PACKAGES := cmake ninja-build pkg-config g++ g++-multilib clang libclang-rt-14-dev \
             rapidjson-dev libyaml-dev libgtest-dev libgmock-dev libbenchmark-dev \
-            libcpp-httplib-dev libcli11-dev nlohmann-json3-dev libmsgpack-dev libyaml-cpp-dev
+            libcpp-httplib-dev libcli11-dev nlohmann-json3-dev libmsgpack-dev libyaml-cpp-dev \
+            chromium chromium-driver python3-selenium
+# The API explorer's library and the OpenAPI validator, pinned by devhost/npm/package-lock.json and
+# installed into the build's own folder; npm comes with the machine's Node.js, or with Debian's.
+NPM_DIR := build-deps/npm
+NPM_STAMP := $(NPM_DIR)/node_modules/.package-lock.json
 # The other targets build libyaml and GoogleTest from their sources (dpkg-dev unpacks libyaml's).
 TARGET_PACKAGES := cmake ninja-build g++-multilib rapidjson-dev libgtest-dev libgmock-dev dpkg-dev \
                    g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix wine64
@@ -29,8 +34,15 @@ define install-missing
 	fi
 endef
 
-deps:
+deps: $(NPM_STAMP)
 	$(call install-missing,$(PACKAGES))
+
+$(NPM_STAMP): devhost/npm/package.json devhost/npm/package-lock.json
+	@command -v npm >/dev/null 2>&1 || { $(SUDO) apt-get update && \
+	    DEBIAN_FRONTEND=noninteractive $(SUDO) apt-get install -y --no-install-recommends nodejs npm; }
+	mkdir -p $(NPM_DIR)
+	cp devhost/npm/package.json devhost/npm/package-lock.json $(NPM_DIR)/
+	cd $(NPM_DIR) && npm ci --ignore-scripts --no-audit --no-fund
 
 # Besides the packages, source entries for `apt-get source`: the machine's own
 # package entries copied with the source type, when it has none yet.

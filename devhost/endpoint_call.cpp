@@ -6,6 +6,7 @@
 #include "api/route_table.h"
 #include "api/route_template.h"
 #include "host_value_json.h"
+#include "method_text.h"
 
 namespace tav::host {
 
@@ -13,20 +14,10 @@ namespace {
 
 // A route as the plug-in's route table builds it, less the function, which stays on the plug-in's side.
 wex::Route RouteOf(const HostEndpointRecord& endpoint) {
-    wex::Route route;
-    route.method = endpoint.method;
-    if (endpoint.method == HostMethodOther && endpoint.methodName != nullptr) {
-        route.methodName = endpoint.methodName;
-    }
-    route.pathTemplate = wex::NormalizeRouteTemplate(endpoint.pathTemplate != nullptr ? endpoint.pathTemplate : "");
-    if (route.pathTemplate.find('{') == std::string::npos) {
-        route.literalPath = route.pathTemplate;
-    } else {
-        wex::CompiledRouteTemplate compiled = wex::CompileRouteTemplate(route.pathTemplate);
-        route.pattern.emplace(std::move(compiled.pieces));
-        route.parameters = std::move(compiled.parameters);
-    }
-    return route;
+    return RouteOfTemplate(
+        endpoint.method,
+        endpoint.method == HostMethodOther && endpoint.methodName != nullptr ? endpoint.methodName : "",
+        endpoint.pathTemplate != nullptr ? endpoint.pathTemplate : "");
 }
 
 std::string ReadStreamedBody(const HostResponse& response) {
@@ -64,6 +55,21 @@ EndpointAnswer ReadAnswer(const HostResponse& response) {
 
 }  // namespace
 
+wex::Route RouteOfTemplate(std::uint32_t method, std::string_view methodName, std::string_view pathTemplate) {
+    wex::Route route;
+    route.method = method;
+    route.methodName = methodName;
+    route.pathTemplate = wex::NormalizeRouteTemplate(std::string(pathTemplate));
+    if (route.pathTemplate.find('{') == std::string::npos) {
+        route.literalPath = route.pathTemplate;
+    } else {
+        wex::CompiledRouteTemplate compiled = wex::CompileRouteTemplate(route.pathTemplate);
+        route.pattern.emplace(std::move(compiled.pieces));
+        route.parameters = std::move(compiled.parameters);
+    }
+    return route;
+}
+
 EndpointRoutes::EndpointRoutes(const HostApiTable& table) {
     for (const HostEndpointRecord* endpoint = table.endpoints; endpoint != nullptr; endpoint = endpoint->next) {
         routes_.push_back(RouteOf(*endpoint));
@@ -78,6 +84,21 @@ EndpointRoutes::EndpointRoutes(const HostApiTable& table) {
 const HostEndpointRecord* EndpointRoutes::Find(std::uint32_t method, std::string_view path) const {
     const std::optional<wex::RouteMatch> match = wex::MatchRoute(order_, method, {}, path);
     return match ? endpoints_[static_cast<std::size_t>(match->route - routes_.data())] : nullptr;
+}
+
+std::vector<std::string> EndpointRoutes::AllowedMethods(std::string_view path) const {
+    return MethodsMatching(order_, path);
+}
+
+std::vector<std::string> MethodsMatching(wex::RouteList routes, std::string_view path) {
+    std::vector<std::string> methods;
+    for (const std::uint32_t method :
+         {HostMethodDelete, HostMethodGet, HostMethodPatch, HostMethodPost, HostMethodPut}) {
+        if (wex::MatchRoute(routes, method, {}, path)) {
+            methods.push_back(MethodText(method));
+        }
+    }
+    return methods;
 }
 
 EndpointAnswer CallEndpoint(const EndpointRoutes& routes, std::uint32_t hostContext, std::uint32_t method,

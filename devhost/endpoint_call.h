@@ -31,12 +31,19 @@ class EndpointRoutes {
 
     // The endpoint that serves method and path (the query cut off); null when none does.
     const HostEndpointRecord* Find(std::uint32_t method, std::string_view path) const;
+    // The methods that some endpoint serves on path, as MethodsMatching.
+    std::vector<std::string> AllowedMethods(std::string_view path) const;
 
   private:
     std::vector<wex::Route> routes_;
     std::vector<const wex::Route*> order_;
     std::vector<const HostEndpointRecord*> endpoints_;  // beside routes_
 };
+
+// A route of a method and a path template, matched as the plug-in's dispatcher matches its own.
+wex::Route RouteOfTemplate(std::uint32_t method, std::string_view methodName, std::string_view pathTemplate);
+// The methods among DELETE, GET, PATCH, POST and PUT for which one of routes serves path, in that order.
+std::vector<std::string> MethodsMatching(wex::RouteList routes, std::string_view path);
 
 // Calls the endpoint that serves the request through its entry function and
 // releases the response. No endpoint: status 404 with an error naming the request.

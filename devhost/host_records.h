@@ -49,6 +49,7 @@ struct RecordedServerCall {
 struct RecordedLogLine {
     std::int32_t level = 0;
     std::string text;
+    std::int64_t timeMs = 0;  // wall clock, milliseconds since 1970
 };
 
 // Everything the plug-in asked of the host, each kind in order. journal

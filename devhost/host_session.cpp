@@ -1,5 +1,7 @@
 #include "host_session.h"
 
+#include <algorithm>
+
 #include "method_text.h"
 
 namespace tav::host {
@@ -43,6 +45,11 @@ HttpAnswer HostSession::CallRoute(std::string_view method, const std::string& pa
                                   const std::string& contentType) {
     if (!started_) {
         return HttpAnswer::Failure(503, "The plug-in is not running");
+    }
+    const std::string path = pathWithQuery.substr(0, pathWithQuery.find('?'));
+    const std::vector<std::string> allowed = host_.AllowedMethods(path);
+    if (!allowed.empty() && std::find(allowed.begin(), allowed.end(), method) == allowed.end()) {
+        return HttpAnswer::NotAllowed(method, path, allowed);
     }
     return RouteHttpAnswer(host_.CallEndpoint(MethodCode(method), pathWithQuery, body, contentType));
 }

@@ -9,6 +9,17 @@ HttpAnswer HttpAnswer::Failure(int status, const std::string& message) {
     return Json(wex::WriteJson(Structure({{"message", String(message)}, {"status", Signed(status)}})), status);
 }
 
+HttpAnswer HttpAnswer::NotAllowed(std::string_view method, const std::string& path,
+                                  const std::vector<std::string>& allowed) {
+    std::string list;
+    for (const std::string& name : allowed) {
+        list += (list.empty() ? "" : ", ") + name;
+    }
+    HttpAnswer answer = Failure(405, std::string(method) + " is not allowed on " + path + "; it takes " + list);
+    answer.headers.emplace_back("Allow", list);
+    return answer;
+}
+
 HttpAnswer HttpAnswer::Json(std::string body, int status) {
     HttpAnswer answer;
     answer.status = status;

@@ -1,6 +1,9 @@
 #pragma once
 
 #include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 #include "endpoint_call.h"
 
@@ -11,9 +14,13 @@ struct HttpAnswer {
     int status = 200;
     std::string contentType = "application/json";
     std::string body;
+    std::vector<std::pair<std::string, std::string>> headers;  // besides the content type
 
     // {"message": message, "status": status} with that status.
     static HttpAnswer Failure(int status, const std::string& message);
+    // 405 with an Allow header of the methods that path takes.
+    static HttpAnswer NotAllowed(std::string_view method, const std::string& path,
+                                 const std::vector<std::string>& allowed);
     static HttpAnswer Json(std::string body, int status = 200);
 };
 

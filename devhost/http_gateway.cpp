@@ -8,6 +8,8 @@
 #include <mutex>
 
 #include "control_routes.h"
+#include "journal.h"
+#include "web_pages.h"
 
 namespace tav::host {
 
@@ -18,11 +20,49 @@ namespace {
 constexpr std::size_t kRequestConnections = 32;
 constexpr std::chrono::milliseconds kEventWait{500};
 
+// When the request being served on this thread began, for its line on the console.
+thread_local std::chrono::steady_clock::time_point requestStart;
+
 void Write(httplib::Response& response, const HttpAnswer& answer) {
     response.status = answer.status;
+    for (const auto& [name, value] : answer.headers) {
+        response.set_header(name.c_str(), value);
+    }
     if (!answer.body.empty()) {
         response.set_content(answer.body, answer.contentType.c_str());
     }
+}
+
+long long MillisecondsSince(std::chrono::steady_clock::time_point start) {
+    return std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - start).count();
+}
+
+// Pages of this machine's own servers, on any port: "http://localhost:5173", "http://127.0.0.1:3000",
+// "http://[::1]:8080".
+bool LoopbackOrigin(std::string_view origin) {
+    for (std::string_view scheme : {"http://", "https://"}) {
+        if (origin.substr(0, scheme.size()) == scheme) {
+            origin.remove_prefix(scheme.size());
+            const std::size_t colon = origin.rfind(':');
+            const std::string_view host =
+                colon != std::string_view::npos && origin.back() != ']' ? origin.substr(0, colon) : origin;
+            const std::string_view port = origin.substr(host.size());
+            const bool numeric = port.find_first_not_of("0123456789", 1) == std::string_view::npos;
+            const bool loopback =
+                host == "localhost" || host == "[::1]" ||
+                (host.substr(0, 4) == "127." && host.find_first_not_of("0123456789.") == std::string_view::npos);
+            return loopback && (port.empty() || (port.size() > 1 && numeric));
+        }
+    }
+    return false;
+}
+
+std::string MethodList(const std::vector<std::string>& methods) {
+    std::string list;
+    for (const std::string& method : methods) {
+        list += method + ", ";
+    }
+    return list + "OPTIONS";
 }
 
 // The scheme of the Authorization header counts in any letter case (RFC 9110, 11.1).
@@ -56,14 +96,18 @@ std::string WithoutToken(const std::string& target) {
 }
 
 // A request that announces no body by Content-Length or Transfer-Encoding has none (RFC 9112, 6.3), where
-// the server library would wait for one until its read timeout and then answer 400. False when reading fails.
-bool ReadBody(const httplib::Request& request, const httplib::ContentReader& reader, std::string& body) {
+// the server library would wait for one until its read timeout and then answer 400. False when reading fails
+// or the body is longer than kMaxBodyBytes (then tooLarge).
+bool ReadBody(const httplib::Request& request, const httplib::ContentReader& reader, std::string& body,
+              bool& tooLarge) {
     if (!request.has_header("Content-Length") && !request.has_header("Transfer-Encoding")) {
         return true;
     }
-    return reader([&body](const char* data, std::size_t length) {
-        body.append(data, length);
-        return true;
+    tooLarge = request.get_header_value<std::uint64_t>("Content-Length") > kMaxBodyBytes;
+    return !tooLarge && reader([&body, &tooLarge](const char* data, std::size_t length) {
+        tooLarge = length > kMaxBodyBytes - body.size();
+        body.append(data, tooLarge ? 0 : length);
+        return !tooLarge;
     });
 }
 
@@ -171,6 +215,7 @@ HttpGateway::HttpGateway(HostSession& session, HostWorkQueue& queue, EventStream
       events_(events),
       options_(std::move(options)),
       server_(std::make_unique<httplib::Server>()) {
+    server_->set_payload_max_length(kMaxBodyBytes);
     server_->new_task_queue = [this] { return new ConnectionThreads(options_.maxEventStreams + kRequestConnections); };
     // The library's default shares the port with any other server that asks the same (SO_REUSEPORT), so a
     // second tav-host on a taken port would take every other request. Reusing the address alone still lets
@@ -187,7 +232,37 @@ HttpGateway::~HttpGateway() {
 }
 
 void HttpGateway::Route() {
+    server_->set_pre_routing_handler([](const httplib::Request&, httplib::Response&) {
+        requestStart = std::chrono::steady_clock::now();
+        return httplib::Server::HandlerResponse::Unhandled;
+    });
+    server_->set_post_routing_handler([](const httplib::Request& request, httplib::Response& response) {
+        const std::string origin = request.get_header_value("Origin");
+        if (LoopbackOrigin(origin)) {
+            response.set_header("Access-Control-Allow-Origin", origin);
+            response.set_header("Access-Control-Expose-Headers", "Allow");
+            response.set_header("Vary", "Origin");
+        }
+    });
+    server_->set_logger([this](const httplib::Request& request, const httplib::Response& response) {
+        if (options_.requestLog != nullptr) {
+            std::lock_guard lock(logMutex_);
+            *options_.requestLog << request.method << ' ' << request.path << ' ' << response.status << ' '
+                                 << MillisecondsSince(requestStart) << " ms" << std::endl;
+        }
+    });
     const auto handle = [this](const httplib::Request& request, httplib::Response& response, const std::string& body) {
+        if (request.method == "OPTIONS") {
+            Preflight(request, response);
+            return;
+        }
+        // The pages hold no state, and a browser asks for their files without the token.
+        if (request.method == "GET" || request.method == "HEAD") {
+            if (std::optional<HttpAnswer> page = ServePage(request.path, options_.explorerFiles)) {
+                Write(response, *page);
+                return;
+            }
+        }
         if (!Authorized(request, options_.accessToken)) {
             Write(response, HttpAnswer::Failure(401,
                                                 "This tav-host needs the access token it printed at start, "
@@ -212,14 +287,22 @@ void HttpGateway::Route() {
         HostSession& session = session_;
         const bool control = path.rfind(kControlPrefix, 0) == 0;
         std::future<HttpAnswer> answer = queue_.Post([=, &session] {
-            return control ? ServeControl(session, method, path, body)
+            return control ? ServeControl(session, method, target, body)
                            : session.CallRoute(method, target, body, contentType);
         });
-        if (answer.wait_for(options_.answerTimeout) != std::future_status::ready) {
-            Write(response, HttpAnswer::Failure(504, "The host did not answer in time"));
-            return;
+        const HttpAnswer written = answer.wait_for(options_.answerTimeout) == std::future_status::ready
+                                       ? answer.get()
+                                       : HttpAnswer::Failure(504, "The host did not answer in time");
+        Write(response, written);
+        // Reads of tav-host's own state would drown what the plug-in did, and clearing the journal leaves it
+        // empty.
+        if (!control || (method != "GET" && path != "/devhost/journal")) {
+            session_.Host().HostJournal().Add(
+                "http",
+                "http " + method + " " + path + " -> " + std::to_string(written.status) + " in " +
+                    std::to_string(MillisecondsSince(requestStart)) + " ms",
+                Shortened(target + (body.empty() ? "" : " " + body), 1024) + " -> " + Shortened(written.body, 1024));
         }
-        Write(response, answer.get());
     };
     const auto withoutBody = [handle](const httplib::Request& request, httplib::Response& response) {
         handle(request, response, {});
@@ -227,7 +310,17 @@ void HttpGateway::Route() {
     const auto withBody = [handle](const httplib::Request& request, httplib::Response& response,
                                    const httplib::ContentReader& reader) {
         std::string body;
-        if (!ReadBody(request, reader, body)) {
+        bool tooLarge = false;
+        if (!ReadBody(request, reader, body, tooLarge)) {
+            if (tooLarge) {
+                // What is left of the body is not read, so the connection cannot serve another request.
+                if (request.get_header_value("Connection") != "close") {
+                    response.set_header("Connection", "close");
+                }
+                Write(response, HttpAnswer::Failure(413, "tav-host takes request bodies of at most " +
+                                                             std::to_string(kMaxBodyBytes) + " bytes"));
+                return;
+            }
             Write(response, HttpAnswer::Failure(400, "The request's body could not be read"));
             return;
         }
@@ -239,6 +332,34 @@ void HttpGateway::Route() {
     server_->Put(".*", withBody);
     server_->Delete(".*", withBody);
     server_->Patch(".*", withBody);
+}
+
+// Answers OPTIONS, with or without a cross-origin preflight, from the methods that the path takes; the
+// browser asks without the token.
+void HttpGateway::Preflight(const httplib::Request& request, httplib::Response& response) {
+    const std::string path = request.path;
+    HostSession& session = session_;
+    std::future<HttpAnswer> methods = queue_.Post([path, &session] {
+        const std::vector<std::string> allowed =
+            path.rfind(kControlPrefix, 0) == 0 ? ControlMethods(path) : session.Host().AllowedMethods(path);
+        if (allowed.empty()) {
+            return HttpAnswer::Failure(404, "No route takes " + path);
+        }
+        HttpAnswer answer = HttpAnswer::Json("", 204);
+        answer.headers.emplace_back("Allow", MethodList(allowed));
+        return answer;
+    });
+    HttpAnswer answer = methods.wait_for(options_.answerTimeout) == std::future_status::ready
+                            ? methods.get()
+                            : HttpAnswer::Failure(504, "The host did not answer in time");
+    if (answer.status == 204 && LoopbackOrigin(request.get_header_value("Origin"))) {
+        const std::string headers = request.get_header_value("Access-Control-Request-Headers");
+        answer.headers.emplace_back("Access-Control-Allow-Methods", answer.headers.front().second);
+        answer.headers.emplace_back("Access-Control-Allow-Headers",
+                                    headers.empty() ? "Content-Type, Authorization" : headers);
+        answer.headers.emplace_back("Access-Control-Max-Age", "600");
+    }
+    Write(response, answer);
 }
 
 bool HttpGateway::Bind() {

@@ -3,6 +3,8 @@
 #include <atomic>
 #include <chrono>
 #include <memory>
+#include <mutex>
+#include <ostream>
 #include <string>
 #include <thread>
 
@@ -12,7 +14,9 @@
 
 namespace httplib {
 class Server;
-}
+struct Request;
+struct Response;
+}  // namespace httplib
 
 namespace tav::host {
 
@@ -21,8 +25,13 @@ struct GatewayOptions {
     int port = 0;             // 0: any free port
     std::string accessToken;  // not empty: every request must carry it
     std::chrono::milliseconds answerTimeout{60000};
-    std::size_t maxEventStreams = 64;  // more are refused with 503
+    std::size_t maxEventStreams = 64;    // more are refused with 503
+    std::string explorerFiles;           // the folder of the swagger-ui-dist package
+    std::ostream* requestLog = nullptr;  // not null: one line per request, "GET /path 200 3 ms"
 };
+
+// Longer request bodies are refused with 413.
+constexpr std::size_t kMaxBodyBytes = 1 << 20;
 
 // The HTTP face of tav-host: the plug-in's routes at their own paths, tav-host's
 // control routes under /devhost/ and the plug-in's events as Server-Sent
@@ -46,12 +55,14 @@ class HttpGateway {
 
   private:
     void Route();
+    void Preflight(const httplib::Request& request, httplib::Response& response);
 
     HostSession& session_;
     HostWorkQueue& queue_;
     EventStream& events_;
     GatewayOptions options_;
     std::atomic<std::size_t> openStreams_{0};
+    std::mutex logMutex_;
     std::unique_ptr<httplib::Server> server_;
     std::thread serving_;
     int port_ = 0;

@@ -2,6 +2,7 @@
 #include <unistd.h>
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <atomic>
 #include <csignal>
 #include <iostream>
@@ -59,6 +60,12 @@ int main(int argc, char** argv) {
     serveCommand->add_option("--port", serve.port, "Port to listen on; 0 takes any free port")
         ->capture_default_str()
         ->check(CLI::Range(0, 65535));
+    serve.explorerFiles = TAV_DEFAULT_EXPLORER_FILES;
+    serveCommand
+        ->add_option("--explorer-files", serve.explorerFiles,
+                     "Folder of the swagger-ui-dist package for the API explorer (make deps installs it)")
+        ->capture_default_str();
+    serveCommand->add_flag("--quiet", serve.quiet, "Print no line per request");
 
     std::vector<std::string> scenarioFiles;
     CLI::App* scenarioCommand =
@@ -72,7 +79,17 @@ int main(int argc, char** argv) {
         "inspect", "Load, start and stop the plug-in and print what it handed over: its whole API table");
     plugin.AddTo(*inspectCommand);
 
-    CLI11_PARSE(app, argc, argv);
+    // Options without a subcommand are serve's: `tav-host --port 0`.
+    std::vector<std::string> arguments(argv + 1, argv + argc);
+    if (!arguments.empty() && arguments[0].rfind("--", 0) == 0 && arguments[0] != "--help") {
+        arguments.insert(arguments.begin(), "serve");
+    }
+    std::reverse(arguments.begin(), arguments.end());
+    try {
+        app.parse(arguments);
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error);
+    }
 
     const auto version = tav::host::ParseCoreVersion(plugin.coreVersion);
     if (!version) {

@@ -427,6 +427,8 @@ int PlayFile(const std::string& file, const ScenarioOptions& options, std::ostre
 }  // namespace
 
 int RunScenarios(const std::vector<std::string>& files, const ScenarioOptions& options, std::ostream& out) {
+    std::size_t passed = 0;
+    std::size_t failed = 0;
     std::size_t skipped = 0;
     for (const std::string& file : files) {
         int result = 1;
@@ -435,10 +437,11 @@ int RunScenarios(const std::vector<std::string>& files, const ScenarioOptions& o
         } catch (const std::exception& error) {
             out << "Scenario " << file << ": " << error.what() << '\n';
         }
-        if (result == 1) {
-            return 1;
-        }
-        skipped += result == kScenariosSkipped ? 1 : 0;
+        ++(result == 0 ? passed : result == kScenariosSkipped ? skipped : failed);
+    }
+    out << "Scenarios: " << passed << " passed, " << failed << " failed, " << skipped << " skipped\n";
+    if (failed != 0) {
+        return 1;
     }
     return !files.empty() && skipped == files.size() ? kScenariosSkipped : 0;
 }

@@ -18,9 +18,10 @@ struct ScenarioOptions {
 constexpr int kScenariosSkipped = 77;
 
 // Plays each scenario file (YAML: see README.md) on a fresh plug-in with the
-// virtual clock, printing one line per step; stops at the first mismatch.
-// Returns 0 when all passed, 1 on a mismatch or an unreadable file, and
-// kScenariosSkipped when all were skipped.
+// virtual clock, printing one line per step; a file ends at its first
+// mismatch, and the next is played. Ends with the count of files passed,
+// failed and skipped. Returns 0 when none failed, 1 on a mismatch or an
+// unreadable file, and kScenariosSkipped when all were skipped.
 int RunScenarios(const std::vector<std::string>& files, const ScenarioOptions& options, std::ostream& out);
 
 }  // namespace tav::host

@@ -24,6 +24,8 @@ std::string NewAccessToken() {
 void PrintWelcome(std::ostream& out, const std::string& base, const std::string& token, const LeagueWorld& world) {
     const std::string auth = token.empty() ? "" : "-H 'Authorization: Bearer " + token + "' ";
     out << "Listening on " << base << '\n';
+    const std::string query = token.empty() ? "" : "?token=" + token;
+    out << "Dashboard: " << base << "/" << query << "\nAPI explorer: " << base << "/devhost/explorer" << query << '\n';
     if (!token.empty()) {
         out << "Access token: " << token << " (every request needs it)\n";
     }
@@ -56,6 +58,8 @@ int Serve(const ServeOptions& options, const std::atomic<bool>& stop, std::ostre
     gateway.address = options.address;
     gateway.port = options.port;
     gateway.accessToken = IsLoopback(options.address) ? "" : NewAccessToken();
+    gateway.explorerFiles = options.explorerFiles;
+    gateway.requestLog = options.quiet ? nullptr : &out;
     // The port first: a taken one should not cost a start of the plug-in.
     LiveHost live(session, gateway);
     if (!live.Listen()) {

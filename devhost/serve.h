@@ -13,7 +13,9 @@ struct ServeOptions {
     CoreVersion coreVersion;
     std::string worldPath;  // empty: the embedded demo world
     std::string address = "127.0.0.1";
-    int port = 8437;  // 0: any free port
+    int port = 8437;            // 0: any free port
+    std::string explorerFiles;  // the folder of the swagger-ui-dist package
+    bool quiet = false;         // no line per request
 };
 
 // Loopback addresses serve without a token; any other needs one.

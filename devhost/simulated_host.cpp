@@ -6,11 +6,12 @@
 #include <exception>
 #include <sstream>
 
-#include "types/host_value.h"
+#include "codec/json_reader.h"
 #include "codec/json_writer.h"
 #include "event_names.h"
 #include "host_value_json.h"
 #include "method_text.h"
+#include "types/host_value.h"
 #include "value_builders.h"
 
 namespace tav::host {
@@ -68,6 +69,8 @@ wex::BindingProperty ArgumentList(const std::vector<wex::BindingProperty>& argum
     return list;
 }
 
+constexpr std::size_t kPendingServerCallLimit = 1000;
+
 std::string PayloadText(const ServerAnswer& answer) {
     if (!answer.error.empty()) {
         return "";
@@ -116,15 +119,17 @@ SimulatedHost::SimulatedHost(std::uint32_t hostContext)
         SimulatedHost& host = Owner(self);
         host.Record(host.records_.waits, Text(label));
         host.Record(host.records_.journal, "BeginWait " + Text(label));
+        host.JournalWait(label);
     };
     api.EndWait = [](const CoreApi* self) {
         SimulatedHost& host = Owner(self);
         ++host.records_.endWaits;
         host.Record(host.records_.journal, std::string("EndWait"));
+        host.JournalEndWait();
     };
     api.Log = [](const CoreApi* self, std::int32_t level, const char* text) {
         SimulatedHost& host = Owner(self);
-        host.Record(host.records_.logLines, RecordedLogLine{level, Text(text)});
+        host.Record(host.records_.logLines, RecordedLogLine{level, Text(text), Journal::NowMs()});
     };
 }
 
@@ -212,6 +217,9 @@ void SimulatedHost::DeliverNow(const std::string& name, const HostValue& payload
 }
 
 void SimulatedHost::Deliver(const std::string& name, const wex::BindingProperty& payload) {
+    if (name == "OnServiceProxyUuidEvent" || name == "OnServiceProxyMethodEvent") {
+        JournalServerAnswer(payload, name == "OnServiceProxyUuidEvent");
+    }
     const OwnedHostValue value(payload);
     DeliverNow(name, value.Get());
 }
@@ -219,6 +227,67 @@ void SimulatedHost::Deliver(const std::string& name, const wex::BindingProperty&
 void SimulatedHost::ClearJournal() {
     records_.journal.clear();
     records_.serverCalls.clear();
+    journal_.Clear();
+}
+
+void SimulatedHost::JournalServerCall(std::string_view destination, std::string_view method,
+                                      const wex::BindingProperty& arguments, const ServerAnswer& answer,
+                                      const std::string& uuid, std::string_view answeredMethod) {
+    const std::string call = std::string(destination) + "." + std::string(method);
+    const std::string detail = call + " " + Shortened(wex::WriteJson(arguments));
+    const bool pending = !answeredMethod.empty() && answer.turns != ServerAnswer::kDuringRequest;
+    if (answer.turns == ServerAnswer::kNever) {
+        journal_.Add("server", "server " + call + " -> no answer", detail);
+    } else if (!pending) {
+        const std::string result = answer.error.empty() ? "200" : std::to_string(answer.status) + " " + answer.error;
+        journal_.Add("server", "server " + call + " -> " + result + " in 0 ms", detail);
+    } else {
+        const std::uint64_t entry = journal_.Add("server", "server " + call + " -> pending", detail);
+        pendingServerCalls_.push_back(
+            {uuid, std::string(destination), std::string(answeredMethod), call, entry, Journal::NowMs()});
+        if (pendingServerCalls_.size() > kPendingServerCallLimit) {
+            pendingServerCalls_.pop_front();
+        }
+    }
+}
+
+// A service-proxy answer as the host delivers it: a uuid answer names its call by uuid, a method answer by
+// service and method, the oldest first.
+void SimulatedHost::JournalServerAnswer(const wex::BindingProperty& payload, bool uuidEvent) {
+    const auto call = std::find_if(pendingServerCalls_.begin(), pendingServerCalls_.end(), [&](const auto& pending) {
+        return uuidEvent ? !pending.uuid.empty() && pending.uuid == payload.Member("uuid").AsString()
+                         : pending.uuid.empty() && pending.service == payload.Member("serviceName").AsString() &&
+                               pending.answeredMethod == payload.Member("methodName").AsString();
+    });
+    if (call == pendingServerCalls_.end()) {
+        return;
+    }
+    const std::string error(payload.Member("error").AsString());
+    const std::string result = std::string(payload.Member("status").AsString()) + (error.empty() ? "" : " " + error);
+    const std::string detail = call->call + " answered " + Shortened(std::string(payload.Member("payload").AsString()));
+    journal_.Update(
+        call->entry,
+        "server " + call->call + " -> " + result + " in " + std::to_string(Journal::NowMs() - call->startMs) + " ms",
+        detail);
+    pendingServerCalls_.erase(call);
+}
+
+void SimulatedHost::JournalWait(const char* label) {
+    const std::string subject = WaitSubject(Text(label));
+    openWaits_.push_back({subject, Journal::NowMs(), records_.yields});
+    journal_.Add("wait", "wait: " + subject, Text(label));
+}
+
+void SimulatedHost::JournalEndWait() {
+    if (openWaits_.empty()) {
+        journal_.Add("wait", "wait over", "EndWait without BeginWait");
+        return;
+    }
+    const OpenWait wait = openWaits_.back();
+    openWaits_.pop_back();
+    journal_.Add("wait",
+                 "wait over: " + wait.subject + " after " + std::to_string(Journal::NowMs() - wait.startMs) + " ms",
+                 std::to_string(records_.yields - wait.yields) + " turns of the host");
 }
 
 template <typename T>
@@ -271,6 +340,20 @@ void SimulatedHost::OnSendRequest(HostResponse& response, const HostRequest& req
         Respond(response, recorded, arguments);
     } catch (const std::exception& error) {
         Fill(response, ScriptedAnswer::Failure(500, error.what()));
+    }
+    // Server calls have entries of their own.
+    if (recorded.path != kInvokePath && recorded.path != kUuidRequestsPath && recorded.path != kMethodRequestsPath) {
+        std::string arguments;
+        for (const std::string& argument : recorded.arguments) {
+            arguments += (arguments.empty() ? "" : ", ") + argument;
+        }
+        journal_.Add("request",
+                     "request " + std::string(MethodText(recorded.method)) + " " + recorded.path + " -> " +
+                         std::to_string(response.status != 0 ? response.status
+                                        : response.error     ? 500
+                                                             : 200) +
+                         (response.error != nullptr ? std::string(" ") + response.error : ""),
+                     Shortened("arguments: [" + arguments + "]"));
     }
 }
 
@@ -327,9 +410,11 @@ ServerAnswer SimulatedHost::CallServer(std::string_view destination, std::string
 
 // Server calls through the login plug-in: (destination, method, arguments).
 void SimulatedHost::Invoke(HostResponse& response, const std::vector<wex::BindingProperty>& arguments) {
-    const ServerAnswer answer =
-        CallServer(arguments.size() > 0 ? arguments[0].AsString() : "",
-                   arguments.size() > 1 ? arguments[1].AsString() : "", ArgumentList(arguments, 2));
+    const std::string_view destination = arguments.size() > 0 ? arguments[0].AsString() : "";
+    const std::string_view method = arguments.size() > 1 ? arguments[1].AsString() : "";
+    const wex::BindingProperty list = ArgumentList(arguments, 2);
+    const ServerAnswer answer = CallServer(destination, method, list);
+    JournalServerCall(destination, method, list, answer, {}, {});
     if (!answer.error.empty()) {
         Fill(response, ScriptedAnswer::Failure(answer.status, answer.error));
         return;
@@ -348,7 +433,8 @@ void SimulatedHost::StartServiceProxyCall(HostResponse& response, const std::vec
                                           bool uuidRequest) {
     const std::string_view service = arguments.size() > 0 ? arguments[0].AsString() : "";
     const std::string_view method = arguments.size() > 1 ? arguments[1].AsString() : "";
-    const ServerAnswer answer = CallServer(service, method, ArgumentList(arguments, uuidRequest ? 3 : 5));
+    const wex::BindingProperty list = ArgumentList(arguments, uuidRequest ? 3 : 5);
+    const ServerAnswer answer = CallServer(service, method, list);
     std::string uuid;
     ScriptedAnswer started;
     if (uuidRequest) {
@@ -364,6 +450,7 @@ void SimulatedHost::StartServiceProxyCall(HostResponse& response, const std::vec
                    {"status", String(answer.error.empty() ? "200" : std::to_string(answer.status))},
                    {"error", String(answer.error)}});
     const std::string name = uuidRequest ? "OnServiceProxyUuidEvent" : "OnServiceProxyMethodEvent";
+    JournalServerCall(service, method, list, answer, uuid, answeredMethod);
     if (answer.turns == ServerAnswer::kDuringRequest) {
         Deliver(name, event);
     } else if (answer.turns != ServerAnswer::kNever) {
@@ -377,6 +464,13 @@ void SimulatedHost::OnSendEvent(const HostEvent& event) {
     const HostValue payload = event.payload;
     Record(records_.events, RecordedEvent{Text(event.name), HostValueJson(payload)});
     Record(records_.journal, "SendEvent " + Text(event.name));
+    const RecordedEvent& recorded = records_.events.back();
+    const wex::BindingProperty value = wex::ParseJson(recorded.payload);
+    const std::string resource = value.Member("eventType").Kind() == wex::BindingPropertyKind::String
+                                     ? " " + std::string(value.Member("eventType").AsString()) + " " +
+                                           std::string(value.Member("uri").AsString())
+                                     : "";
+    journal_.Add("event", "event " + recorded.name + resource, Shortened(recorded.payload));
     if (eventListener_) {
         eventListener_(records_.events.back());
     }
@@ -387,6 +481,7 @@ void SimulatedHost::OnSubscribe(const char* name, std::uint32_t hostContext, Hos
     const std::string eventName = Text(name);
     Record(records_.subscriptions, RecordedSubscription{eventName, flag, callback, userData});
     Record(records_.journal, "SubscribeHostEvent " + eventName + " " + std::to_string(flag));
+    journal_.Add("subscription", "subscribe " + eventName, "flag " + std::to_string(flag));
     RemoveSubscriber(eventName, hostContext);
     if (callback != nullptr) {
         subscribers_.push_back({eventName, hostContext, callback, userData});
@@ -397,6 +492,7 @@ void SimulatedHost::OnUnsubscribe(const char* name, std::uint32_t hostContext) {
     const std::string eventName = Text(name);
     Record(records_.unsubscriptions, eventName);
     Record(records_.journal, "UnsubscribeHostEvent " + eventName);
+    journal_.Add("subscription", "unsubscribe " + eventName);
     RemoveSubscriber(eventName, hostContext);
 }
 
@@ -409,6 +505,7 @@ void SimulatedHost::RemoveSubscriber(const std::string& name, std::uint32_t host
 void SimulatedHost::OnSchedule(const char* label, HostScheduledCallback callback, void* userData, double delaySeconds) {
     Record(records_.schedules, RecordedSchedule{Text(label), delaySeconds, callback, userData});
     Record(records_.journal, "ScheduleCallback " + Text(label) + " " + NumberText(delaySeconds));
+    journal_.Add("schedule", "schedule " + Text(label) + " in " + NumberText(delaySeconds) + " s");
     if (callback != nullptr) {
         loop_.Schedule(callback, userData, delaySeconds);
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <map>
 #include <memory>
@@ -11,11 +12,12 @@
 #include <vector>
 
 #include "binding/property.h"
+#include "boundary/boundary.h"
 #include "endpoint_call.h"
 #include "game_server.h"
 #include "host_loop.h"
 #include "host_records.h"
-#include "boundary/boundary.h"
+#include "journal.h"
 #include "plugin_library.h"
 #include "scripted_answer.h"
 
@@ -84,6 +86,10 @@ class SimulatedHost {
 
     EndpointAnswer CallEndpoint(std::uint32_t method, const std::string& pathWithQuery, const std::string& body = {},
                                 const std::string& contentType = {});
+    // The methods that the started plug-in serves on path (without its query); none before it starts.
+    std::vector<std::string> AllowedMethods(std::string_view path) const {
+        return routes_ ? routes_->AllowedMethods(path) : std::vector<std::string>();
+    }
 
     // ---- What happened -----------------------------------------------------
 
@@ -92,12 +98,18 @@ class SimulatedHost {
     void SetEventListener(std::function<void(const RecordedEvent&)> listener) { eventListener_ = std::move(listener); }
     // The current value of a resource; null when there is none.
     const wex::BindingProperty* Resource(const std::string& uri) const;
+    const std::map<std::string, wex::BindingProperty, std::less<>>& Resources() const { return resources_; }
+    // What the plug-in asked and how it was answered, told for people; the HTTP threads add to it too.
+    Journal& HostJournal() { return journal_; }
     void ClearRecords() { records_ = HostRecords(); }
-    // Forgets the journal and the server calls, what GET /devhost/journal shows.
+    // Forgets the journals and the server calls, what GET /devhost/journal shows.
     void ClearJournal();
-    // Keeps at most limit entries in each list of the records: one that would hold more drops its oldest
-    // tenth. 0, the default, keeps everything.
-    void SetRecordLimit(std::size_t limit) { recordLimit_ = limit; }
+    // Keeps at most limit entries in each list of the records and in the journal: one that would hold more
+    // drops its oldest tenth. 0, the default, keeps everything.
+    void SetRecordLimit(std::size_t limit) {
+        recordLimit_ = limit;
+        journal_.SetLimit(limit);
+    }
     // Subscriptions in place now, by event name.
     std::size_t SubscriberCount(const std::string& name) const;
     // Responses of any simulated host that the plug-in has not released yet.
@@ -142,6 +154,27 @@ class SimulatedHost {
     template <typename T>
     void Record(std::vector<T>& list, T entry);
     void PublishResourceChange(const std::string& uri, const char* eventType, const wex::BindingProperty& data);
+    // The journal's entry of a server call, finished when its answer arrives (at once for a synchronous one).
+    void JournalServerCall(std::string_view destination, std::string_view method, const wex::BindingProperty& arguments,
+                           const ServerAnswer& answer, const std::string& uuid, std::string_view answeredMethod);
+    void JournalServerAnswer(const wex::BindingProperty& payload, bool uuidEvent);
+    void JournalWait(const char* label);
+    void JournalEndWait();
+
+    // A service-proxy call whose answer the journal awaits.
+    struct PendingServerCall {
+        std::string uuid;
+        std::string service;
+        std::string answeredMethod;
+        std::string call;  // "destination.method"
+        std::uint64_t entry;
+        std::int64_t startMs;
+    };
+    struct OpenWait {
+        std::string subject;
+        std::int64_t startMs;
+        std::size_t yields;
+    };
 
     Table table_{};
     PluginStartInfo startInfo_{};
@@ -156,6 +189,9 @@ class SimulatedHost {
     std::uint64_t nextUuid_ = 1;
     std::vector<std::unique_ptr<ScriptedStream>> streams_;
     std::function<void(const RecordedEvent&)> eventListener_;
+    Journal journal_;
+    std::deque<PendingServerCall> pendingServerCalls_;
+    std::vector<OpenWait> openWaits_;
 };
 
 }  // namespace tav::host

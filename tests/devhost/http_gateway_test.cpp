@@ -5,10 +5,13 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <atomic>
+#include <regex>
 #include <thread>
 
 #include "codec/json_reader.h"
+#include "codec/json_writer.h"
 #include "http_gateway.h"
 #include "live_host_fixture.h"
 #include "world_source.h"
@@ -20,6 +23,7 @@ using tav::host::HostSession;
 using tav::test::DemoWorld;
 using tav::test::LiveHostTest;
 using ::testing::HasSubstr;
+using wex::BindingProperty;
 
 // A connection that sends its request as written, which the client library would amend; reads give up
 // after a second without data.
@@ -71,7 +75,8 @@ TEST_F(LiveHostTest, AnswersEveryKindOfRequestWithItsStatusAndJson) {
         {"GET", "/tav-leagues/v1/nothing?x=1", "", 404,
          R"({"message":"No endpoint for /tav-leagues/v1/nothing?x=1","status":404})"},
         {"GET", "/devhost/nothing", "", 404,
-         R"({"message":"tav-host has no route GET /devhost/nothing","status":404})"},
+         R"({"message":"tav-host has no route GET /devhost/nothing; GET /devhost/openapi.json lists them",)"
+         R"("status":404})"},
         {"PUT", "/devhost/gameflow", "{", 400, nullptr},
         {"PUT", "/devhost/gameflow", R"({"queue":"RANKED_SOLO_5x5"})", 400,
          R"({"message":"The gameflow needs a \"phase\", such as \"ChampSelect\"","status":400})"},
@@ -101,7 +106,8 @@ TEST_F(LiveHostTest, AnswersEveryKindOfRequestWithItsStatusAndJson) {
         {"POST", "/devhost/messages", R"({"typeName":"x"})", 400,
          R"({"message":"A pushed message needs a \"body\" object","status":400})"},
         {"PUT", "/devhost/faults/leagues", "{}", 404,
-         R"({"message":"A fault is set on /devhost/faults/DESTINATION/METHOD","status":404})"},
+         R"({"message":"tav-host has no route PUT /devhost/faults/leagues; GET /devhost/openapi.json lists them",)"
+         R"("status":404})"},
         {"PUT", "/devhost/faults/leagues/getAllMyLeagues", R"({"delaySeconds":600.5})", 400,
          R"({"message":"\"delaySeconds\" lies between 0 and 600","status":400})"},
         {"PUT", "/devhost/faults/leagues/getAllMyLeagues", R"({"error":"down","delaySeconds":600})", 204, ""},
@@ -111,7 +117,20 @@ TEST_F(LiveHostTest, AnswersEveryKindOfRequestWithItsStatusAndJson) {
         {"DELETE", "/devhost/faults", "", 204, ""},
         {"GET", "/devhost/faults", "", 200, "[]"},
         {"DELETE", "/devhost/journal", "", 204, ""},
-        {"GET", "/devhost/journal", "", 200, R"({"hostCalls":[],"serverCalls":[]})"},
+        {"GET", "/devhost/journal", "", 200, "[]"},
+        {"GET", "/devhost/gameflow", "", 200, R"({"phase":"ChampSelect","queue":"RANKED_FLEX_SR"})"},
+        {"DELETE", "/devhost/gameflow", "", 204, ""},
+        {"GET", "/devhost/gameflow", "", 200, R"({"phase":"None","queue":""})"},
+        {"GET", "/devhost/switches", "", 200, R"({"JWTEnabled":false,"leagueServiceEnabled":true})"},
+        {"GET", "/devhost/journal?limit=0", "", 400,
+         R"({"message":"\"limit\" takes a whole number from 1 to 1000, not '0'","status":400})"},
+        {"GET", "/devhost/log?limit=1001", "", 400,
+         R"({"message":"\"limit\" takes a whole number from 1 to 1000, not '1001'","status":400})"},
+        {"GET", "/devhost/journal?since=-1", "", 400,
+         R"({"message":"\"since\" takes a whole number from 0 to 18446744073709551615, not '-1'","status":400})"},
+        {"GET", "/devhost/journal?kind=all", "", 400,
+         R"({"message":"\"kind\" is one of http, server, request, event, subscription, schedule, wait, not )"
+         R"('all'","status":400})"},
     };
     for (const auto& row : cases) {
         SCOPED_TRACE(std::string(row.method) + " " + row.path + " " + row.body);
@@ -128,6 +147,123 @@ TEST_F(LiveHostTest, AnswersEveryKindOfRequestWithItsStatusAndJson) {
             EXPECT_EQ(result->body, row.answer);
         }
     }
+}
+
+// Whole answers as they go over the wire, headers and all.
+TEST_F(LiveHostTest, AnswersWrongMethodsCrossOriginCallsAndLongBodiesWithTheirHeaders) {
+    Serve();
+    const std::string tooLarge =
+        "413 Payload Too Large\r\nConnection: close\r\nContent-Length: 81\r\nContent-Type: application/json\r\n\r\n"
+        R"({"message":"tav-host takes request bodies of at most 1048576 bytes","status":413})";
+    const std::string cors =
+        "Access-Control-Allow-Origin: http://localhost:5173\r\nAccess-Control-Expose-Headers: "
+        "Allow\r\nConnection: close\r\n";
+    const struct {
+        std::string request;
+        std::string answer;
+    } cases[] = {
+        {"DELETE /tav-leagues/v2/notifications HTTP/1.1\r\n\r\n",
+         "405 Method Not Allowed\r\nAllow: GET\r\nConnection: close\r\nContent-Length: 95\r\nContent-Type: "
+         "application/json\r\n\r\n"
+         R"({"message":"DELETE is not allowed on /tav-leagues/v2/notifications; it takes GET","status":405})"},
+        {"POST /devhost/gameflow HTTP/1.1\r\n\r\n",
+         "405 Method Not Allowed\r\nAllow: DELETE, GET, PUT\r\nConnection: close\r\nContent-Length: 94\r\n"
+         "Content-Type: application/json\r\n\r\n"
+         R"({"message":"POST is not allowed on /devhost/gameflow; it takes DELETE, GET, PUT","status":405})"},
+        {"OPTIONS /devhost/gameflow HTTP/1.1\r\nOrigin: http://localhost:5173\r\n"
+         "Access-Control-Request-Method: PUT\r\nAccess-Control-Request-Headers: content-type\r\n\r\n",
+         "204 No Content\r\nAccess-Control-Allow-Headers: content-type\r\nAccess-Control-Allow-Methods: DELETE, "
+         "GET, PUT, OPTIONS\r\n" +
+             cors.substr(0, cors.size() - 19) +
+             "Access-Control-Max-Age: 600\r\nAllow: DELETE, GET, PUT, OPTIONS\r\nConnection: close\r\n"
+             "Content-Length: 0\r\nVary: Origin\r\n\r\n"},
+        {"OPTIONS /tav-leagues/v2/notifications/7/acknowledge HTTP/1.1\r\nOrigin: http://localhost.example\r\n\r\n",
+         "204 No Content\r\nAllow: POST, OPTIONS\r\nConnection: close\r\nContent-Length: 0\r\n\r\n"},
+        {"OPTIONS /tav-leagues/v9/x HTTP/1.1\r\n\r\n",
+         "404 Not Found\r\nConnection: close\r\nContent-Length: 59\r\nContent-Type: application/json\r\n\r\n"
+         R"({"message":"No route takes /tav-leagues/v9/x","status":404})"},
+        {"GET /devhost/switches HTTP/1.1\r\nOrigin: http://localhost:5173\r\n\r\n",
+         "200 OK\r\n" + cors +
+             "Content-Length: 47\r\nContent-Type: application/json\r\nVary: Origin\r\n\r\n"
+             R"({"JWTEnabled":true,"leagueServiceEnabled":true})"},
+        {"GET /devhost/switches HTTP/1.1\r\nOrigin: http://127.0.0.1.example:80\r\n\r\n",
+         "200 OK\r\nConnection: close\r\nContent-Length: 47\r\nContent-Type: application/json\r\n\r\n"
+         R"({"JWTEnabled":true,"leagueServiceEnabled":true})"},
+        {"PUT /devhost/resources/x HTTP/1.1\r\nContent-Length: 1048577\r\n\r\n", tooLarge},
+        {"PUT /devhost/resources/x HTTP/1.1\r\nTransfer-Encoding: chunked\r\n\r\n100001\r\n" +
+             std::string(0x100001, ' ') + "\r\n0\r\n\r\n",
+         tooLarge},
+    };
+    for (const auto& row : cases) {
+        SCOPED_TRACE(row.request.substr(0, 100));
+        RawConnection connection(live_->Port());
+        std::string request = row.request;
+        request.insert(request.find("\r\n") + 2, "Host: tav\r\nConnection: close\r\n");
+        const std::string answer = connection.Exchange(request);
+        EXPECT_EQ(answer.substr(std::min<std::size_t>(9, answer.size())), row.answer);
+    }
+    // The same from the other loopback origins.
+    for (const char* origin : {"http://127.0.0.1:3000", "https://[::1]:8443", "http://localhost"}) {
+        const auto answer = client_->Get("/devhost/switches", {{"Origin", origin}});
+        ASSERT_TRUE(answer);
+        EXPECT_EQ(answer->get_header_value("Access-Control-Allow-Origin"), origin);
+    }
+}
+
+TEST_F(LiveHostTest, JournalsRequestsServerCallsAndWaitsInWordsAndPrintsALinePerRequest) {
+    std::ostringstream console;
+    GatewayOptions options;
+    options.requestLog = &console;
+    Serve(options);
+    ASSERT_EQ(client_->Delete("/devhost/journal")->status, 204);
+    ASSERT_EQ(client_->Get("/tav-leagues/v1/summoner-leagues/1001")->status, 200);
+    ASSERT_EQ(client_->Put("/devhost/faults/leagues/getAllMyLeagues", R"({"error":"down"})", "")->status, 204);
+    ASSERT_EQ(client_->Get("/tav-leagues/v1/summoner-leagues/1001")->status, 500);
+    const auto lines = [this](const std::string& query) {
+        std::vector<std::string> summaries;
+        for (const auto& entry : wex::ParseJson(client_->Get("/devhost/journal" + query)->body).Elements()) {
+            summaries.push_back(std::regex_replace(std::string(entry.Member("summary").AsString()),
+                                                   std::regex(R"(in \d+ ms|after \d+ ms)"), "in N ms"));
+            EXPECT_TRUE(std::regex_match(std::string(entry.Member("time").AsString()),
+                                         std::regex(R"(20\d\d-\d\d-\d\dT\d\d:\d\d:\d\d\.\d{3}Z)")));
+        }
+        return summaries;
+    };
+    EXPECT_EQ(lines("?kind=server"), (std::vector<std::string>{"server leagues.getAllMyLeagues -> 200 in N ms",
+                                                               "server leagues.getAllMyLeagues -> 500 down in N ms"}));
+    EXPECT_EQ(lines("?kind=wait&limit=2"),
+              (std::vector<std::string>{"wait: summoner leagues", "wait over: summoner leagues in N ms"}));
+    EXPECT_EQ(lines("?kind=http"),
+              (std::vector<std::string>{"http GET /tav-leagues/v1/summoner-leagues/1001 -> 200 in N ms",
+                                        "http PUT /devhost/faults/leagues/getAllMyLeagues -> 204 in N ms",
+                                        "http GET /tav-leagues/v1/summoner-leagues/1001 -> 500 in N ms"}));
+    const auto last = wex::ParseJson(client_->Get("/devhost/journal?limit=1")->body);
+    const std::uint64_t lastId = last.Elements()[0].Member("id").AsUInt64();
+    EXPECT_EQ(lines("?since=" + std::to_string(lastId - 2)).size(), 2u);
+    EXPECT_EQ(last.Elements()[0].Member("detail").AsString(),
+              R"(/tav-leagues/v1/summoner-leagues/1001 -> {"message":"Error requesting league for summoner id: 1001, )"
+              R"(error: down","status":500})");
+    // The log tells its levels by name.
+    BindingProperty logged = wex::ParseJson(client_->Get("/devhost/log?limit=1")->body).Elements()[0];
+    logged.RemoveMember("time");
+    EXPECT_EQ(wex::WriteJson(logged), R"({"category":"DBG","level":"ERROR","message":"Failed to get leagues: down"})");
+    // Each connection logs on its own thread once its answer is out, so the lines are compared in order of
+    // their text, when the host has stopped.
+    stop_ = true;
+    hostThread_.join();
+    std::vector<std::string> printed;
+    std::istringstream text(std::regex_replace(console.str(), std::regex(R"( \d+ ms\n)"), " N ms\n"));
+    for (std::string line; std::getline(text, line);) {
+        printed.push_back(line);
+    }
+    std::sort(printed.begin(), printed.end());
+    EXPECT_EQ(printed,
+              (std::vector<std::string>{
+                  "DELETE /devhost/journal 204 N ms", "GET /devhost/journal 200 N ms", "GET /devhost/journal 200 N ms",
+                  "GET /devhost/journal 200 N ms", "GET /devhost/journal 200 N ms", "GET /devhost/journal 200 N ms",
+                  "GET /devhost/log 200 N ms", "GET /tav-leagues/v1/summoner-leagues/1001 200 N ms",
+                  "GET /tav-leagues/v1/summoner-leagues/1001 500 N ms",
+                  "PUT /devhost/faults/leagues/getAllMyLeagues 204 N ms"}));
 }
 
 TEST_F(LiveHostTest, TakesARequestWithoutContentLengthAsOneWithoutBody) {
@@ -213,6 +349,7 @@ TEST_F(LiveHostTest, NeedsTheTokenWhenItHasOneAndKeepsItFromThePlugin) {
         {"/tav-leagues/v2/tiers?summonerIds.0=1001&queueTypes.0=SOLO5V5&token=s3cret", nullptr, 200, tiers},
         {"/tav-leagues/v2/tiers?summonerIds.0=1001&queueTypes.0=SOLO5V5", "Bearer s3cret", 200, tiers},
         {"/tav-leagues/v1/summoner-leagues/1001?token=s3cret", nullptr, 200, ""},
+        {"/devhost/ui/dashboard.css", nullptr, 200, ""},
     };
     for (const auto& row : cases) {
         SCOPED_TRACE(std::string(row.path) + " " + (row.authorization != nullptr ? row.authorization : ""));

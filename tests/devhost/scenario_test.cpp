@@ -34,7 +34,11 @@ class ScenarioTest : public ::testing::Test {
         for (std::size_t at; (at = report.find(folder_ + "/")) != std::string::npos;) {
             report.erase(at, folder_.size() + 1);
         }
-        return report;
+        const std::string summary = expectedCode == 0   ? "Scenarios: 1 passed, 0 failed, 0 skipped\n"
+                                    : expectedCode == 1 ? "Scenarios: 0 passed, 1 failed, 0 skipped\n"
+                                                        : "Scenarios: 0 passed, 0 failed, 1 skipped\n";
+        EXPECT_TRUE(report.ends_with(summary)) << report;
+        return report.substr(0, report.size() - std::min(report.size(), summary.size()));
     }
 
     std::string folder_;
@@ -55,6 +59,18 @@ TEST_F(ScenarioTest, ReportsEachStepAndPasses) {
               "  3 ok    gameflow {\"phase\":\"ChampSelect\"}\n"
               "  4 ok    call GET /x: 404\n"
               "  passed, 4 steps\n");
+}
+
+TEST_F(ScenarioTest, PlaysEveryFileAfterAFailureAndCountsThem) {
+    const std::string passing = Write("a.yaml", "name: a\nsteps: [{note: x}]\n");
+    const std::string failing = Write("b.yaml", "name: b\nsteps: [{call: {path: /x}, expect: {status: 200}}]\n");
+    const std::string later = Write("c.yaml", "name: c\nrequires: [GET /tav-leagues/v9/future]\nsteps: [{note: x}]\n");
+    std::ostringstream out;
+    EXPECT_EQ(RunScenarios({failing, passing, later}, {TAV_PLUGIN_PATH, {18, 0, 0}}, out), 1);
+    EXPECT_TRUE(out.str().ends_with("  passed, 1 steps\nScenario " + later +
+                                    ": c\n  skipped: the plug-in has no route GET /tav-leagues/v9/future yet\n"
+                                    "Scenarios: 1 passed, 1 failed, 1 skipped\n"))
+        << out.str();
 }
 
 TEST_F(ScenarioTest, StopsAtTheFirstMismatchWithWhatDiffered) {
@@ -128,7 +144,8 @@ TEST_F(ScenarioTest, RefusesFilesThatCannotBePlayed) {
               "Scenario s.yaml: bad\nScenario s.yaml: bad-world.yaml: currentPlayer: 9 is not a player of the world\n");
     std::ostringstream out;
     EXPECT_EQ(RunScenarios({folder_ + "/none.yaml"}, {TAV_PLUGIN_PATH, {18, 0, 0}}, out), 1);
-    EXPECT_EQ(out.str(), "Scenario " + folder_ + "/none.yaml: cannot read " + folder_ + "/none.yaml\n");
+    EXPECT_EQ(out.str(), "Scenario " + folder_ + "/none.yaml: cannot read " + folder_ +
+                             "/none.yaml\nScenarios: 0 passed, 1 failed, 0 skipped\n");
 }
 
 TEST_F(ScenarioTest, SkipsWhenThePluginLacksARouteItNeeds) {

@@ -137,7 +137,7 @@ TEST(TavHostServe, AnInterruptDuringADelayedAnswerSaysWhatItWaitsForAndStopsAtOn
         httplib::Client waiting("127.0.0.1", std::stoi(listening.substr(listening.rfind(':') + 1)));
         (void)waiting.Get("/tav-leagues/v1/summoner-leagues/1001");
     });
-    while (client.Get("/devhost/journal")->body.find("getAllMyLeagues") == std::string::npos) {
+    while (client.Get("/devhost/journal?kind=server")->body.find("getAllMyLeagues -> pending") == std::string::npos) {
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
     }
     const auto interrupted = std::chrono::steady_clock::now();
