@@ -33,32 +33,6 @@ TEST(PageStore, ATreeBuiltAgainReusesThePagesOfTheLastOne) {
     EXPECT_EQ(first, second);
 }
 
-TEST(PageStore, PagesNoTreeTookSinceTheLastTreeCameBackGoBeyondTheKeptOnes) {
-    PageStore store(2, 100);
-    store.ReleaseChain(AcquireChain(store, 10));
-    // A small tree uses one page; nine lay idle, of which two are kept.
-    store.ReleaseChain(AcquireChain(store, 1));
-    EXPECT_EQ(store.CachedPages(), 3u);
-    // The kept pages stay however long they lie idle.
-    store.ReleaseChain(AcquireChain(store, 1));
-    EXPECT_EQ(store.CachedPages(), 3u);
-}
-
-TEST(PageStore, AFewIdlePagesStayWhenTheyAreNoMoreThanTheKeptOnes) {
-    PageStore store(8, 100);
-    store.ReleaseChain(AcquireChain(store, 10));
-    store.ReleaseChain(AcquireChain(store, 1));
-    EXPECT_EQ(store.CachedPages(), 9u);
-}
-
-TEST(PageStore, ASinglePageComingBackTrimsNothing) {
-    PageStore store(0, 100);
-    store.ReleaseChain(AcquireChain(store, 4));
-    void* page = store.AcquirePage();
-    store.ReleasePage(page);
-    EXPECT_EQ(store.CachedPages(), 4u);
-}
-
 TEST(PageStore, NeverCachesMoreThanTheBound) {
     PageStore store(2, 5);
     store.ReleaseChain(AcquireChain(store, 8));
