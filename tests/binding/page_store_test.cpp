@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
 #include <set>
 
 namespace wex {
@@ -33,11 +34,50 @@ TEST(PageStore, ATreeBuiltAgainReusesThePagesOfTheLastOne) {
     EXPECT_EQ(first, second);
 }
 
+TEST(PageStore, ASinglePageComingBackIsKeptForTheNextTree) {
+    PageStore store(0, 100);
+    store.ReleaseChain(AcquireChain(store, 4));
+    void* page = store.AcquirePage();
+    store.ReleasePage(page);
+    EXPECT_EQ(store.CachedPages(), 4u);
+    EXPECT_EQ(store.AcquirePage(), page);
+}
+
 TEST(PageStore, NeverCachesMoreThanTheBound) {
     PageStore store(2, 5);
     store.ReleaseChain(AcquireChain(store, 8));
     EXPECT_EQ(store.CachedPages(), 5u);
 }
+
+#ifdef __linux__
+// The process's mapped bytes: pages no store keeps go back to the OS.
+std::size_t MappedBytes() {
+    std::size_t pages = 0;
+    std::ifstream("/proc/self/statm") >> pages;
+    return pages * 4096;
+}
+
+TEST(PageStore, PagesItDoesNotKeepGoBackToTheOs) {
+    constexpr int kPages = 4096;                     // 16 MiB
+    constexpr std::size_t kSlack = 4 * 1024 * 1024;  // what the runtime may map meanwhile
+    const std::size_t before = MappedBytes();
+    {
+        PageStore store(0, 0);
+        store.ReleaseChain(AcquireChain(store, kPages));
+        EXPECT_LT(MappedBytes(), before + kSlack) << "a released chain";
+        for (int index = 0; index < kPages; ++index) {
+            store.ReleasePage(store.AcquirePage());
+        }
+        EXPECT_LT(MappedBytes(), before + kSlack) << "released pages";
+    }
+    {
+        PageStore store(0, kPages);
+        store.ReleaseChain(AcquireChain(store, kPages));
+        EXPECT_GT(MappedBytes(), before + kSlack) << "the cache";
+    }
+    EXPECT_LT(MappedBytes(), before + kSlack) << "a destroyed store";
+}
+#endif
 
 }  // namespace
 }  // namespace wex
