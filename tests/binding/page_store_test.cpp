@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
 #include <set>
 
 namespace wex {
@@ -33,30 +34,13 @@ TEST(PageStore, ATreeBuiltAgainReusesThePagesOfTheLastOne) {
     EXPECT_EQ(first, second);
 }
 
-TEST(PageStore, PagesNoTreeTookSinceTheLastTreeCameBackGoBeyondTheKeptOnes) {
-    PageStore store(2, 100);
-    store.ReleaseChain(AcquireChain(store, 10));
-    // A small tree uses one page; nine lay idle, of which two are kept.
-    store.ReleaseChain(AcquireChain(store, 1));
-    EXPECT_EQ(store.CachedPages(), 3u);
-    // The kept pages stay however long they lie idle.
-    store.ReleaseChain(AcquireChain(store, 1));
-    EXPECT_EQ(store.CachedPages(), 3u);
-}
-
-TEST(PageStore, AFewIdlePagesStayWhenTheyAreNoMoreThanTheKeptOnes) {
-    PageStore store(8, 100);
-    store.ReleaseChain(AcquireChain(store, 10));
-    store.ReleaseChain(AcquireChain(store, 1));
-    EXPECT_EQ(store.CachedPages(), 9u);
-}
-
-TEST(PageStore, ASinglePageComingBackTrimsNothing) {
+TEST(PageStore, ASinglePageComingBackIsKeptForTheNextTree) {
     PageStore store(0, 100);
     store.ReleaseChain(AcquireChain(store, 4));
     void* page = store.AcquirePage();
     store.ReleasePage(page);
     EXPECT_EQ(store.CachedPages(), 4u);
+    EXPECT_EQ(store.AcquirePage(), page);
 }
 
 TEST(PageStore, NeverCachesMoreThanTheBound) {
@@ -64,6 +48,36 @@ TEST(PageStore, NeverCachesMoreThanTheBound) {
     store.ReleaseChain(AcquireChain(store, 8));
     EXPECT_EQ(store.CachedPages(), 5u);
 }
+
+#ifdef __linux__
+// The process's mapped bytes: pages no store keeps go back to the OS.
+std::size_t MappedBytes() {
+    std::size_t pages = 0;
+    std::ifstream("/proc/self/statm") >> pages;
+    return pages * 4096;
+}
+
+TEST(PageStore, PagesItDoesNotKeepGoBackToTheOs) {
+    constexpr int kPages = 4096;                     // 16 MiB
+    constexpr std::size_t kSlack = 4 * 1024 * 1024;  // what the runtime may map meanwhile
+    const std::size_t before = MappedBytes();
+    {
+        PageStore store(0, 0);
+        store.ReleaseChain(AcquireChain(store, kPages));
+        EXPECT_LT(MappedBytes(), before + kSlack) << "a released chain";
+        for (int index = 0; index < kPages; ++index) {
+            store.ReleasePage(store.AcquirePage());
+        }
+        EXPECT_LT(MappedBytes(), before + kSlack) << "released pages";
+    }
+    {
+        PageStore store(0, kPages);
+        store.ReleaseChain(AcquireChain(store, kPages));
+        EXPECT_GT(MappedBytes(), before + kSlack) << "the cache";
+    }
+    EXPECT_LT(MappedBytes(), before + kSlack) << "a destroyed store";
+}
+#endif
 
 }  // namespace
 }  // namespace wex

@@ -5,6 +5,7 @@
 
 #include <ostream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "notifications_fixture.h"
@@ -96,6 +97,25 @@ TEST_F(LeagueMessagesTest, ALeagueUpdateReloadsAndPublishesTheStandingsThenTheLi
         order.push_back(std::string(wex::ParseJson(event.payload).Member("uri").AsString()));
     }
     EXPECT_EQ(order, (Lines{"/tav-leagues/v1/summoner-leagues/42", kNotificationsUri}));
+}
+
+TEST_F(LeagueMessagesTest, AMessageArrivingWhileARouteWaitsForTheServerIsFiledAndTheRouteAnswers) {
+    // The first host turn of the route's wait for the server delivers the message.
+    bool pushed = false;
+    plugin.host().SetTurnHook([this, &pushed] {
+        if (!std::exchange(pushed, true)) {
+            plugin.host().PushServerMessage(kSimpleDialogMessage, MessageJson("m1", {Param("LEAGUE_RESET")}, "leagues"));
+        }
+    });
+    const host::EndpointAnswer answer = plugin.Get("/tav-leagues/v1/summoner-leagues/42");
+    plugin.host().SetTurnHook(nullptr);
+    ASSERT_TRUE(pushed);
+    EXPECT_FALSE(answer.failed) << answer.error;
+    EXPECT_EQ(answer.json, "[]");
+    const std::string reset = "0 LEAGUES_MESSAGE_LEAGUE_RESET LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 0 ALERT";
+    EXPECT_EQ(PublishedLists(), (Lines{"Update: " + reset}));
+    EXPECT_EQ(Listed(), (Lines{reset}));
+    EXPECT_EQ(plugin.ServerCalls(), (Lines{"leagues.getAllMyLeagues []"}));
 }
 
 TEST_F(LeagueMessagesTest, AMessageWithoutALeagueUpdateIsPublishedWithoutReloading) {
