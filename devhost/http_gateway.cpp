@@ -216,6 +216,9 @@ HttpGateway::HttpGateway(HostSession& session, HostWorkQueue& queue, EventStream
       options_(std::move(options)),
       server_(std::make_unique<httplib::Server>()) {
     server_->set_payload_max_length(kMaxBodyBytes);
+    // An answer goes out in more than one write; held back for the client's delayed acknowledgement, each
+    // small answer would take 40 ms.
+    server_->set_tcp_nodelay(true);
     server_->new_task_queue = [this] { return new ConnectionThreads(options_.maxEventStreams + kRequestConnections); };
     // The library's default shares the port with any other server that asks the same (SO_REUSEPORT), so a
     // second tav-host on a taken port would take every other request. Reusing the address alone still lets
