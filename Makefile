@@ -86,10 +86,13 @@ asan: deps
 run: build
 	./build/devhost/tav-host $(RUN_ARGS)
 
+# The benchmarks side by side with their peers, then tav-host under load (wrk, bench/load/run.sh).
 bench: deps
+	$(call install-missing,wrk)
 	cmake --preset bench
 	cmake --build --preset bench -j $(JOBS)
 	@for b in build-bench/bench/bench_*; do [ -x "$$b" ] && "$$b" || true; done
+	bench/load/run.sh build-bench/devhost/tav-host
 
 fuzz: deps
 	cmake --preset fuzz
