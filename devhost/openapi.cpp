@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <iterator>
 #include <map>
 
 #include "api_table_text.h"
@@ -61,42 +62,34 @@ class SchemaNames {
     std::map<std::string, std::string> used_;
 };
 
+// The schemas of the scalar kinds, by kind number; an empty text is any JSON value (object, callback).
+constexpr const char* kScalarSchemas[] = {
+    "",
+    R"({"type":"boolean"})",
+    R"({"type":"integer","minimum":-128,"maximum":127})",
+    R"({"type":"integer","minimum":0,"maximum":255})",
+    R"({"type":"integer","minimum":-32768,"maximum":32767})",
+    R"({"type":"integer","minimum":0,"maximum":65535})",
+    R"({"type":"integer","format":"int32"})",
+    R"({"type":"integer","minimum":0,"maximum":4294967295})",
+    R"({"type":"integer","format":"int64"})",
+    R"({"type":"integer","minimum":0,"format":"uint64"})",
+    R"({"type":"number","format":"float"})",
+    R"({"type":"number","format":"double"})",
+    R"({"type":"string"})",
+    "",
+    R"({"type":"string","contentEncoding":"base64"})",
+};
+
 BindingProperty KindSchema(std::uint32_t kind, const char* typeName, const SchemaNames& names) {
-    switch (kind) {
-        case 1:
-            return Schema(R"({"type":"boolean"})");
-        case 2:
-            return Schema(R"({"type":"integer","minimum":-128,"maximum":127})");
-        case 3:
-            return Schema(R"({"type":"integer","minimum":0,"maximum":255})");
-        case 4:
-            return Schema(R"({"type":"integer","minimum":-32768,"maximum":32767})");
-        case 5:
-            return Schema(R"({"type":"integer","minimum":0,"maximum":65535})");
-        case 6:
-            return Schema(R"({"type":"integer","format":"int32"})");
-        case 7:
-            return Schema(R"({"type":"integer","minimum":0,"maximum":4294967295})");
-        case 8:
-            return Schema(R"({"type":"integer","format":"int64"})");
-        case 9:
-            return Schema(R"({"type":"integer","minimum":0,"format":"uint64"})");
-        case 10:
-            return Schema(R"({"type":"number","format":"float"})");
-        case 11:
-            return Schema(R"({"type":"number","format":"double"})");
-        case 12:
-            return Schema(R"({"type":"string"})");
-        case 14:
-            return Schema(R"({"type":"string","contentEncoding":"base64"})");
-        case kEnum:
-        case kStruct: {
-            const std::string key = names.Key(typeName);
-            return !key.empty() ? Ref(key) : Schema(kind == kEnum ? R"({"type":"string"})" : R"({"type":"object"})");
-        }
-        default:  // object, callback and what the table does not name: any JSON value
-            return Structure({});
+    if (kind == kEnum || kind == kStruct) {
+        const std::string key = names.Key(typeName);
+        return !key.empty() ? Ref(key) : Schema(kind == kEnum ? R"({"type":"string"})" : R"({"type":"object"})");
     }
+    if (kind < std::size(kScalarSchemas) && *kScalarSchemas[kind] != '\0') {
+        return Schema(kScalarSchemas[kind]);
+    }
+    return Structure({});  // what the table does not name: any JSON value
 }
 
 // The schema of a value of kind, with its element's kind and type for a vector or a map.
