@@ -33,39 +33,25 @@ class HostLoopTest : public ::testing::Test {
     }};
 };
 
-TEST_F(HostLoopTest, ATurnRunsDueCallbacksThenEventsThenAnswers) {
-    std::function<void()> callback = Note("callback");
-    loop.QueueAnswer(1, "answer", Number(1));
-    loop.QueueEvent("event", Number(2));
-    Schedule(callback, 0);
-    loop.RunTurn();
-    EXPECT_EQ(log, (std::vector<std::string>{"callback", "event 2", "answer 1"}));
-    EXPECT_TRUE(loop.Idle());
-}
-
-TEST_F(HostLoopTest, WhatATurnQueuesRunsOnTheNextTurn) {
+// Work queued during a turn, and answers due on a later turn, wait for that turn.
+TEST_F(HostLoopTest, ATurnRunsDueCallbacksThenEventsThenAnswersThatAreDue) {
     std::function<void()> second = Note("second");
     std::function<void()> first = [&] {
         log.push_back("first");
         Schedule(second, 0);
         loop.QueueEvent("event", Number(3));
     };
+    loop.QueueAnswer(3, "late", Number(1));
+    loop.QueueAnswer(0, "answer", Number(2));
+    loop.QueueEvent("event", Number(4));
     Schedule(first, -1);
     loop.RunTurn();
-    EXPECT_EQ(log, std::vector<std::string>{"first"});
+    EXPECT_EQ(log, (std::vector<std::string>{"first", "event 4", "answer 2"}));
     loop.RunTurn();
-    EXPECT_EQ(log, (std::vector<std::string>{"first", "second", "event 3"}));
-}
-
-TEST_F(HostLoopTest, AnAnswerArrivesOnItsTurn) {
-    loop.QueueAnswer(3, "answer", Number(1));
-    loop.QueueAnswer(0, "next", Number(2));
+    EXPECT_EQ(log.size(), 5u);
     loop.RunTurn();
-    EXPECT_EQ(log, std::vector<std::string>{"next 2"});
-    loop.RunTurn();
-    EXPECT_EQ(log.size(), 1u);
-    loop.RunTurn();
-    EXPECT_EQ(log, (std::vector<std::string>{"next 2", "answer 1"}));
+    EXPECT_EQ(log, (std::vector<std::string>{"first", "event 4", "answer 2", "second", "event 3", "late 1"}));
+    EXPECT_TRUE(loop.Idle());
 }
 
 TEST_F(HostLoopTest, TheClockBringsCallbacksDueInTheirOrder) {
@@ -81,17 +67,7 @@ TEST_F(HostLoopTest, TheClockBringsCallbacksDueInTheirOrder) {
     EXPECT_EQ(loop.Now(), 11.0);
 }
 
-TEST_F(HostLoopTest, RunUntilIdleStopsAfterItsTurns) {
-    std::function<void()> again = [&] { Schedule(again, 0); };
-    Schedule(again, 0);
-    EXPECT_EQ(loop.RunUntilIdle(5), 5u);
-    EXPECT_FALSE(loop.Idle());
-    loop.Clear();
-    EXPECT_TRUE(loop.Idle());
-}
-
-TEST_F(HostLoopTest, ACallbackMayRunFurtherTurnsItself) {
-    std::function<void()> other = Note("other");
+TEST_F(HostLoopTest, ACallbackMayRunFurtherTurnsAndRunUntilIdleStopsAfterItsTurns) {
     std::function<void()> nesting = [&] {
         log.push_back("nesting");
         loop.RunTurn();
@@ -102,6 +78,12 @@ TEST_F(HostLoopTest, ACallbackMayRunFurtherTurnsItself) {
     loop.RunTurn();
     EXPECT_EQ(log, (std::vector<std::string>{"nesting", "event 4", "nested turn over"}));
     EXPECT_EQ(loop.Turns(), 2u);
+    std::function<void()> again = [&] { Schedule(again, 0); };
+    Schedule(again, 0);
+    EXPECT_EQ(loop.RunUntilIdle(5), 5u);
+    EXPECT_FALSE(loop.Idle());
+    loop.Clear();
+    EXPECT_TRUE(loop.Idle());
 }
 
 }  // namespace

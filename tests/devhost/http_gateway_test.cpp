@@ -58,59 +58,51 @@ class RawConnection {
     int socket_;
 };
 
+// A refusal's answer is {"message": ..., "status": ...}; its rows give the message as it stands in the JSON.
 TEST_F(LiveHostTest, AnswersEveryKindOfRequestWithItsStatusAndJson) {
     Serve();
-    const char* kClockStep =
-        R"({"message":"The clock moves on by {\"seconds\": N}, N more than 0 and at most 86400","status":400})";
+    const char* kClockStep = R"(The clock moves on by {\"seconds\": N}, N more than 0 and at most 86400)";
     const char* kTokenExpiry =
-        R"({"message":"The next tokens expire {\"seconds\": N} after they are handed out, N from 0 to 86400",)"
-        R"("status":400})";
+        R"(The next tokens expire {\"seconds\": N} after they are handed out, N from 0 to 86400)";
+    const char* kDelay = R"(\"delaySeconds\" lies between 0 and 600)";
+    const char* kFault = "/devhost/faults/leagues/getAllMyLeagues";
     const struct {
         const char* method;
         const char* path;
         const char* body;
         int status;
-        const char* answer;
+        const char* answer;  // nullptr: not compared
     } cases[] = {
-        {"GET", "/tav-leagues/v1/nothing?x=1", "", 404,
-         R"({"message":"No endpoint for /tav-leagues/v1/nothing?x=1","status":404})"},
+        {"GET", "/tav-leagues/v1/nothing?x=1", "", 404, "No endpoint for /tav-leagues/v1/nothing?x=1"},
         {"GET", "/devhost/nothing", "", 404,
-         R"({"message":"tav-host has no route GET /devhost/nothing; GET /devhost/openapi.json lists them",)"
-         R"("status":404})"},
+         "tav-host has no route GET /devhost/nothing; GET /devhost/openapi.json lists them"},
         {"PUT", "/devhost/gameflow", "{", 400, nullptr},
         {"PUT", "/devhost/gameflow", R"({"queue":"RANKED_SOLO_5x5"})", 400,
-         R"({"message":"The gameflow needs a \"phase\", such as \"ChampSelect\"","status":400})"},
+         R"(The gameflow needs a \"phase\", such as \"ChampSelect\")"},
         {"PUT", "/devhost/gameflow", R"({"phase":"Lobbyy"})", 400,
-         R"({"message":"phase: 'Lobbyy' is none of None, Lobby, Matchmaking, CheckedIntoTournament, ReadyCheck, )"
-         R"(ChampSelect, GameStart, FailedToLaunch, InProgress, Reconnect, WaitingForStats, PreEndOfGame, EndOfGame, )"
-         R"(TerminatedInError","status":400})"},
+         "phase: 'Lobbyy' is none of None, Lobby, Matchmaking, CheckedIntoTournament, ReadyCheck, ChampSelect, "
+         "GameStart, FailedToLaunch, InProgress, Reconnect, WaitingForStats, PreEndOfGame, EndOfGame, "
+         "TerminatedInError"},
         {"PUT", "/devhost/gameflow", R"({"phase":"ChampSelect","queue":"RANKED_FLEX_SR"})", 204, ""},
         {"PUT", "/devhost/switches/darkMode", "true", 404,
-         R"({"message":"No switch darkMode; the switches are leagueServiceEnabled and JWTEnabled","status":404})"},
-        {"PUT", "/devhost/switches/JWTEnabled", "1", 400,
-         R"({"message":"A switch is set with true or false","status":400})"},
+         "No switch darkMode; the switches are leagueServiceEnabled and JWTEnabled"},
+        {"PUT", "/devhost/switches/JWTEnabled", "1", 400, "A switch is set with true or false"},
         {"PUT", "/devhost/switches/JWTEnabled", "false", 204, ""},
         {"GET", "/devhost/resources/tav-platform-config/v1/namespaces/LeagueConfig/JWTEnabled", "", 200, "false"},
-        {"GET", "/devhost/resources/tav-nothing/v1/x", "", 404,
-         R"({"message":"No resource /tav-nothing/v1/x","status":404})"},
+        {"GET", "/devhost/resources/tav-nothing/v1/x", "", 404, "No resource /tav-nothing/v1/x"},
         {"POST", "/devhost/clock", R"({"seconds":0})", 400, kClockStep},
-        {"POST", "/devhost/clock", R"({"seconds":1e308})", 400, kClockStep},
         {"POST", "/devhost/clock", R"({"seconds":86400.5})", 400, kClockStep},
         {"POST", "/devhost/clock", R"({"seconds":"soon"})", 400, kClockStep},
         {"POST", "/devhost/clock", R"({"seconds":86400})", 200, nullptr},
         {"PUT", "/devhost/next-token-expiry", R"({"seconds":-0.5})", 400, kTokenExpiry},
         {"PUT", "/devhost/next-token-expiry", R"({"seconds":86400.5})", 400, kTokenExpiry},
         {"PUT", "/devhost/next-token-expiry", R"({"seconds":0})", 204, ""},
-        {"PUT", "/devhost/faults/leagues/getAllMyLeagues", R"({"delaySeconds":"soon"})", 400,
-         R"({"message":"\"delaySeconds\" lies between 0 and 600","status":400})"},
-        {"POST", "/devhost/messages", R"({"typeName":"x"})", 400,
-         R"({"message":"A pushed message needs a \"body\" object","status":400})"},
+        {"POST", "/devhost/messages", R"({"typeName":"x"})", 400, R"(A pushed message needs a \"body\" object)"},
         {"PUT", "/devhost/faults/leagues", "{}", 404,
-         R"({"message":"tav-host has no route PUT /devhost/faults/leagues; GET /devhost/openapi.json lists them",)"
-         R"("status":404})"},
-        {"PUT", "/devhost/faults/leagues/getAllMyLeagues", R"({"delaySeconds":600.5})", 400,
-         R"({"message":"\"delaySeconds\" lies between 0 and 600","status":400})"},
-        {"PUT", "/devhost/faults/leagues/getAllMyLeagues", R"({"error":"down","delaySeconds":600})", 204, ""},
+         "tav-host has no route PUT /devhost/faults/leagues; GET /devhost/openapi.json lists them"},
+        {"PUT", kFault, R"({"delaySeconds":"soon"})", 400, kDelay},
+        {"PUT", kFault, R"({"delaySeconds":600.5})", 400, kDelay},
+        {"PUT", kFault, R"({"error":"down","delaySeconds":600})", 204, ""},
         {"GET", "/devhost/faults", "", 200,
          R"([{"className":"","delaySeconds":600.0,"destination":"leagues","error":"down","malformed":false,)"
          R"("method":"getAllMyLeagues","status":500}])"},
@@ -122,15 +114,12 @@ TEST_F(LiveHostTest, AnswersEveryKindOfRequestWithItsStatusAndJson) {
         {"DELETE", "/devhost/gameflow", "", 204, ""},
         {"GET", "/devhost/gameflow", "", 200, R"({"phase":"None","queue":""})"},
         {"GET", "/devhost/switches", "", 200, R"({"JWTEnabled":false,"leagueServiceEnabled":true})"},
-        {"GET", "/devhost/journal?limit=0", "", 400,
-         R"({"message":"\"limit\" takes a whole number from 1 to 1000, not '0'","status":400})"},
-        {"GET", "/devhost/log?limit=1001", "", 400,
-         R"({"message":"\"limit\" takes a whole number from 1 to 1000, not '1001'","status":400})"},
+        {"GET", "/devhost/journal?limit=0", "", 400, R"(\"limit\" takes a whole number from 1 to 1000, not '0')"},
+        {"GET", "/devhost/log?limit=1001", "", 400, R"(\"limit\" takes a whole number from 1 to 1000, not '1001')"},
         {"GET", "/devhost/journal?since=-1", "", 400,
-         R"({"message":"\"since\" takes a whole number from 0 to 18446744073709551615, not '-1'","status":400})"},
+         R"(\"since\" takes a whole number from 0 to 18446744073709551615, not '-1')"},
         {"GET", "/devhost/journal?kind=all", "", 400,
-         R"({"message":"\"kind\" is one of http, server, request, event, subscription, schedule, wait, not )"
-         R"('all'","status":400})"},
+         R"(\"kind\" is one of http, server, request, event, subscription, schedule, wait, not 'all')"},
     };
     for (const auto& row : cases) {
         SCOPED_TRACE(std::string(row.method) + " " + row.path + " " + row.body);
@@ -144,13 +133,15 @@ TEST_F(LiveHostTest, AnswersEveryKindOfRequestWithItsStatusAndJson) {
         ASSERT_TRUE(result) << httplib::to_string(result.error());
         EXPECT_EQ(result->status, row.status);
         if (row.answer != nullptr) {
-            EXPECT_EQ(result->body, row.answer);
+            EXPECT_EQ(result->body, row.status < 400 ? std::string(row.answer)
+                                                     : R"({"message":")" + std::string(row.answer) + R"(","status":)" +
+                                                           std::to_string(row.status) + "}");
         }
     }
 }
 
 // Whole answers as they go over the wire, headers and all.
-TEST_F(LiveHostTest, AnswersWrongMethodsCrossOriginCallsAndLongBodiesWithTheirHeaders) {
+TEST_F(LiveHostTest, AnswersWrongMethodsCrossOriginCallsAndLongOrMissingBodiesWithTheirHeaders) {
     Serve();
     const std::string tooLarge =
         "413 Payload Too Large\r\nConnection: close\r\nContent-Length: 81\r\nContent-Type: application/json\r\n\r\n"
@@ -158,6 +149,7 @@ TEST_F(LiveHostTest, AnswersWrongMethodsCrossOriginCallsAndLongBodiesWithTheirHe
     const std::string cors =
         "Access-Control-Allow-Origin: http://localhost:5173\r\nAccess-Control-Expose-Headers: "
         "Allow\r\nConnection: close\r\n";
+    const std::string noContent = "204 No Content\r\nConnection: close\r\nContent-Length: 0\r\n\r\n";
     const struct {
         std::string request;
         std::string answer;
@@ -189,6 +181,15 @@ TEST_F(LiveHostTest, AnswersWrongMethodsCrossOriginCallsAndLongBodiesWithTheirHe
         {"GET /devhost/switches HTTP/1.1\r\nOrigin: http://127.0.0.1.example:80\r\n\r\n",
          "200 OK\r\nConnection: close\r\nContent-Length: 47\r\nContent-Type: application/json\r\n\r\n"
          R"({"JWTEnabled":true,"leagueServiceEnabled":true})"},
+        // Without Content-Length a request has no body.
+        {"POST /devhost/login HTTP/1.1\r\n\r\n", noContent},
+        {"POST /tav-leagues/v2/notifications/0/acknowledge HTTP/1.1\r\n\r\n", noContent},
+        {"PUT /devhost/gameflow HTTP/1.1\r\n\r\n",
+         "400 Bad Request\r\nConnection: close\r\nContent-Length: 82\r\nContent-Type: application/json\r\n\r\n"
+         R"({"message":"The gameflow needs a \"phase\", such as \"ChampSelect\"","status":400})"},
+        {"PUT /devhost/gameflow HTTP/1.1\r\nTransfer-Encoding: chunked\r\n\r\nzz\r\n",
+         "400 Bad Request\r\nConnection: close\r\nContent-Length: 63\r\nContent-Type: application/json\r\n\r\n"
+         R"({"message":"The request's body could not be read","status":400})"},
         {"PUT /devhost/resources/x HTTP/1.1\r\nContent-Length: 1048577\r\n\r\n", tooLarge},
         {"PUT /devhost/resources/x HTTP/1.1\r\nTransfer-Encoding: chunked\r\n\r\n100001\r\n" +
              std::string(0x100001, ' ') + "\r\n0\r\n\r\n",
@@ -266,34 +267,6 @@ TEST_F(LiveHostTest, JournalsRequestsServerCallsAndWaitsInWordsAndPrintsALinePer
                   "PUT /devhost/faults/leagues/getAllMyLeagues 204 N ms"}));
 }
 
-TEST_F(LiveHostTest, TakesARequestWithoutContentLengthAsOneWithoutBody) {
-    Serve();
-    const struct {
-        const char* request;
-        const char* headersAndBody;
-        const char* answer;
-    } cases[] = {
-        {"POST /devhost/login", "\r\n", "204 No Content\r\n"},
-        {"POST /tav-leagues/v2/notifications/0/acknowledge", "\r\n", "204 No Content\r\n"},
-        {"PUT /devhost/gameflow", "\r\n",
-         "400 Bad Request\r\n"
-         R"({"message":"The gameflow needs a \"phase\", such as \"ChampSelect\"","status":400})"},
-        {"PUT /devhost/gameflow", "Transfer-Encoding: chunked\r\n\r\nzz\r\n",
-         "400 Bad Request\r\n"
-         R"({"message":"The request's body could not be read","status":400})"},
-    };
-    for (const auto& row : cases) {
-        SCOPED_TRACE(row.request);
-        RawConnection connection(live_->Port());
-        const std::string answer = connection.Exchange(
-            std::string(row.request) + " HTTP/1.1\r\nHost: tav\r\nConnection: close\r\n" + row.headersAndBody);
-        // The status line and the body; the headers between them are the server library's.
-        const std::size_t body = answer.find("\r\n\r\n");
-        ASSERT_NE(body, std::string::npos) << answer;
-        EXPECT_EQ(answer.substr(9, answer.find("\r\n") - 7) + answer.substr(body + 4), row.answer);
-    }
-}
-
 TEST_F(LiveHostTest, MovesTheClockOnByWholeSecondsAndFractions) {
     Serve();
     double now = 0.0;
@@ -307,18 +280,6 @@ TEST_F(LiveHostTest, MovesTheClockOnByWholeSecondsAndFractions) {
         EXPECT_LT(next - now, std::stod(seconds) + 5.0);
         now = next;
     }
-}
-
-TEST_F(LiveHostTest, DescribesTheApiTableAndTheMemory) {
-    Serve();
-    const auto api = client_->Get("/devhost/api");
-    ASSERT_TRUE(api);
-    EXPECT_EQ(api->status, 200);
-    EXPECT_NE(api->body.find(R"({"description":"Fired when a callback is invoked.","name":"OnCallback",)"),
-              std::string::npos);
-    const auto memory = client_->Get("/devhost/memory");
-    ASSERT_TRUE(memory);
-    EXPECT_EQ(memory->body.rfind(R"({"allocatedBytes":)", 0), 0u) << memory->body;
 }
 
 TEST_F(LiveHostTest, NeedsTheTokenWhenItHasOneAndKeepsItFromThePlugin) {
@@ -468,13 +429,20 @@ TEST_F(GatewayTest, RefusesItsPortWhileTakenAndTakesItAgainAtOnceWhenFree) {
     EXPECT_TRUE(tav::host::HttpGateway(session_, queue_, events_, options).Bind());
 }
 
-TEST_F(GatewayTest, AHostThatDoesNotAnswerInTimeGives504AndDropsTheLateAnswer) {
+// Work whose asker is gone (answered 504, or left) stays queued; running it later harms no later request.
+TEST_F(GatewayTest, AnswersLateWorkWith504AndOutlivesAClientThatLeaves) {
     httplib::Client client("127.0.0.1", gateway_->Port());
     const auto late = client.Get("/devhost/faults");
     ASSERT_TRUE(late);
     EXPECT_EQ(late->status, 504);
     EXPECT_EQ(late->body, R"({"message":"The host did not answer in time","status":504})");
-    EXPECT_EQ(queue_.RunQueued(), 1u);
+    {
+        httplib::Client impatient("127.0.0.1", gateway_->Port());
+        impatient.set_read_timeout(std::chrono::milliseconds(50));
+        EXPECT_FALSE(impatient.Get("/devhost/faults"));
+    }
+    std::this_thread::sleep_for(std::chrono::milliseconds(350));
+    EXPECT_EQ(queue_.RunQueued(), 2u);
 
     std::thread host([&] {
         while (queue_.RunQueued() == 0) {
@@ -486,27 +454,6 @@ TEST_F(GatewayTest, AHostThatDoesNotAnswerInTimeGives504AndDropsTheLateAnswer) {
     ASSERT_TRUE(next);
     EXPECT_EQ(next->status, 200);
     EXPECT_EQ(next->body, "[]");
-}
-
-TEST_F(GatewayTest, AClientThatLeavesMidRequestLeavesTheHostConsistent) {
-    {
-        httplib::Client impatient("127.0.0.1", gateway_->Port());
-        impatient.set_read_timeout(std::chrono::milliseconds(50));
-        EXPECT_FALSE(impatient.Get("/devhost/faults"));
-    }
-    std::this_thread::sleep_for(std::chrono::milliseconds(350));
-    EXPECT_EQ(queue_.RunQueued(), 1u);
-
-    std::thread host([&] {
-        while (queue_.RunQueued() == 0) {
-            queue_.WaitForWork(std::chrono::milliseconds(10));
-        }
-    });
-    httplib::Client client("127.0.0.1", gateway_->Port());
-    const auto next = client.Get("/devhost/faults");
-    host.join();
-    ASSERT_TRUE(next);
-    EXPECT_EQ(next->status, 200);
 }
 
 }  // namespace

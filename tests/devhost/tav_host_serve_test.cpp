@@ -7,10 +7,8 @@
 
 #include <cstdio>
 #include <regex>
-#include <set>
 #include <thread>
 
-#include "codec/json_reader.h"
 #include "support/run_command.h"
 
 namespace {
@@ -76,7 +74,7 @@ class ServedHost {
     std::string printed_;
 };
 
-TEST(TavHostServe, ServesTheEightRoutesOfTheDemoWorldAndStopsOnInterrupt) {
+TEST(TavHostServe, ServesThePluginAndItsApiTableAndStopsOnInterrupt) {
     ServedHost host;
     const std::string listening = host.ReadUntil("Listening on ");
     std::smatch port;
@@ -86,42 +84,13 @@ TEST(TavHostServe, ServesTheEightRoutesOfTheDemoWorldAndStopsOnInterrupt) {
     EXPECT_THAT(host.Printed(),
                 HasSubstr("Current player: Ardent Vale (summoner 1001)\nTry:\n  curl http://127.0.0.1:"));
     httplib::Client client("127.0.0.1", std::stoi(port[1]));
-
     const auto api = client.Get("/devhost/api");
     ASSERT_TRUE(api);
-    std::set<std::string> served;
-    for (const auto& route : wex::ParseJson(api->body).Member("routes").Elements()) {
-        served.insert(std::string(route.Member("method").AsString()) + " " +
-                      std::string(route.Member("path").AsString()));
-    }
-    const struct {
-        const char* method;
-        const char* route;
-        const char* path;
-    } routes[] = {
-        {"GET", "/tav-leagues/v1/summoner-leagues/{summonerId}", "/tav-leagues/v1/summoner-leagues/1001"},
-        {"GET", "/tav-leagues/v1/challenger-leagues", "/tav-leagues/v1/challenger-leagues"},
-        {"GET", "/tav-leagues/v1/teams/{id}", "/tav-leagues/v1/teams/TEAM-4F2A-91C3"},
-        {"GET", "/tav-leagues/v1/summoner-top-champs/{summonerId}", "/tav-leagues/v1/summoner-top-champs/1001"},
-        {"GET", "/tav-leagues/v2/tiers", "/tav-leagues/v2/tiers?summonerIds.0=1001&queueTypes.0=SOLO5V5"},
-        {"GET", "/tav-leagues/v2/notifications", "/tav-leagues/v2/notifications"},
-        {"GET", "/tav-leagues/v2/summoner-leagues/current-summoner/signed-leagues",
-         "/tav-leagues/v2/summoner-leagues/current-summoner/signed-leagues"},
-        {"POST", "/tav-leagues/v2/notifications/{id}/acknowledge", "/tav-leagues/v2/notifications/999/acknowledge"},
-    };
-    for (const auto& row : routes) {
-        SCOPED_TRACE(std::string(row.method) + " " + row.path);
-        const auto answer = std::string(row.method) == "GET" ? client.Get(row.path) : client.Post(row.path);
-        ASSERT_TRUE(answer);
-        if (served.count(std::string(row.method) + " " + row.route) == 0) {
-            EXPECT_EQ(answer->status, 404);
-            EXPECT_EQ(answer->body, std::string(R"({"message":"No endpoint for )") + row.path + R"(","status":404})");
-        } else if (std::string(row.method) == "POST") {
-            EXPECT_EQ(answer->status, 403) << answer->body;  // no notification 999
-        } else {
-            EXPECT_EQ(answer->status, 200) << answer->body;
-        }
-    }
+    EXPECT_THAT(api->body, HasSubstr(R"("method":"POST","path":"/tav-leagues/v2/notifications/{id}/acknowledge",)"));
+    EXPECT_THAT(api->body, HasSubstr(R"({"description":"Fired when a callback is invoked.","name":"OnCallback",)"));
+    const auto answer = client.Post("/tav-leagues/v2/notifications/999/acknowledge");
+    ASSERT_TRUE(answer);
+    EXPECT_EQ(answer->status, 403) << answer->body;  // no notification 999
 
     EXPECT_EQ(host.Stop(), 0);
     EXPECT_THAT(host.ReadUntil("Stopped."), HasSubstr("Stopped. Memory after stop:"));
