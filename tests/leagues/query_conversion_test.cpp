@@ -12,13 +12,11 @@ namespace Orvel::Client::Leagues {
 
 namespace {
 
+using Lines = std::vector<std::string>;
+
 TEST(StatCount, TruncatesTowardZeroAndSaturatesOutsideTheRange) {
     using Limits = std::numeric_limits<std::int64_t>;
-    struct Row {
-        float value;
-        std::int64_t count;
-    };
-    const Row rows[] = {
+    const std::pair<float, std::int64_t> rows[] = {
         {0.0f, 0},
         {10.9f, 10},
         {-10.9f, -10},
@@ -26,111 +24,12 @@ TEST(StatCount, TruncatesTowardZeroAndSaturatesOutsideTheRange) {
         {9223372036854775808.0f, Limits::max()},        // 2^63
         {-9223372036854775808.0f, Limits::min()},       // -2^63 fits
         {-1e19f, Limits::min()},
-        {std::numeric_limits<float>::infinity(), Limits::max()},
-        {-std::numeric_limits<float>::infinity(), Limits::min()},
         {std::numeric_limits<float>::quiet_NaN(), 0},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.value);
-        EXPECT_EQ(StatCount(row.value), row.count);
+    for (const auto& [value, count] : rows) {
+        SCOPED_TRACE(value);
+        EXPECT_EQ(StatCount(value), count);
     }
-}
-
-LCDS::RosterDTO Roster(std::vector<std::pair<std::uint64_t, const char*>> entries) {
-    LCDS::RosterDTO roster;
-    for (const auto& [id, name] : entries) {
-        roster.memberList.push_back({id, name});
-    }
-    return roster;
-}
-
-LCDS::AggregatedStat Total(const char* statType, float value, std::int32_t championId = 0) {
-    LCDS::AggregatedStat stat;
-    stat.statType = statType;
-    stat.value = value;
-    stat.championId = championId;
-    return stat;
-}
-
-LCDS::PlayerAggregatedStats Player(std::uint64_t id, std::vector<LCDS::AggregatedStat> stats) {
-    LCDS::PlayerAggregatedStats player;
-    player.playerId = id;
-    player.aggregatedStats.lifetimeStatistics = std::move(stats);
-    return player;
-}
-
-LCDS::TeamAggregatedStats TeamStats(std::vector<LCDS::PlayerAggregatedStats> players) {
-    LCDS::TeamAggregatedStats team;
-    team.playerAggregatedStatsList = std::move(players);
-    return team;
-}
-
-// "id name games rate" per member.
-std::vector<std::string> Describe(const std::vector<Api::LeagueTeamMember>& members) {
-    std::vector<std::string> texts;
-    for (const Api::LeagueTeamMember& member : members) {
-        texts.push_back(std::to_string(member.id) + " " + member.name + " " + std::to_string(member.totalGamePlayed) +
-                        " " + std::to_string(member.winRate));
-    }
-    return texts;
-}
-
-TEST(MakeTeamMembers, KeepsTheFirstRosterEntryOfEachPlayerInRosterOrder) {
-    const auto members = MakeTeamMembers(Roster({{7, "Seven"}, {3, "Three"}, {7, "Again"}, {0, "Zero"}}));
-    EXPECT_EQ(Describe(members),
-              (std::vector<std::string>{"7 Seven 0 0.000000", "3 Three 0 0.000000", "0 Zero 0 0.000000"}));
-}
-
-TEST(ApplyTeamMemberStats, FillsGamesAndWinRateFromTheTotalsOverAllChampions) {
-    auto members = MakeTeamMembers(Roster({{1, "One"}, {2, "Two"}, {3, "Three"}}));
-    ApplyTeamMemberStats({TeamStats({
-                             Player(1, {Total("TOTAL_SESSIONS_WON", 4), Total("TOTAL_SESSIONS_PLAYED", 10)}),
-                             Player(3, {Total("TOTAL_SESSIONS_PLAYED", 8, 99), Total("TOTAL_SESSIONS_PLAYED", 5)}),
-                         })},
-                         members);
-    EXPECT_EQ(Describe(members),
-              (std::vector<std::string>{"1 One 10 40.000000", "2 Two 0 0.000000", "3 Three 5 0.000000"}));
-}
-
-TEST(ApplyTeamMemberStats, TheFirstTotalOfEachKindCountsOnceBothAreFound) {
-    auto members = MakeTeamMembers(Roster({{1, "One"}, {2, "Two"}}));
-    ApplyTeamMemberStats({TeamStats({
-                             Player(1, {Total("TOTAL_SESSIONS_PLAYED", 10), Total("TOTAL_SESSIONS_WON", 5),
-                                        Total("TOTAL_SESSIONS_PLAYED", 100), Total("TOTAL_SESSIONS_WON", 1)}),
-                             // Until both are found, a later total replaces an earlier one of its kind.
-                             Player(2, {Total("TOTAL_SESSIONS_PLAYED", 10), Total("TOTAL_SESSIONS_PLAYED", 20),
-                                        Total("TOTAL_SESSIONS_WON", 5)}),
-                         })},
-                         members);
-    EXPECT_EQ(Describe(members), (std::vector<std::string>{"1 One 10 50.000000", "2 Two 20 25.000000"}));
-}
-
-TEST(ApplyTeamMemberStats, ALaterRecordOfAPlayerOverwritesAndStrangersAreIgnored) {
-    auto members = MakeTeamMembers(Roster({{1, "One"}}));
-    ApplyTeamMemberStats(
-        {
-            TeamStats({Player(1, {Total("TOTAL_SESSIONS_PLAYED", 10), Total("TOTAL_SESSIONS_WON", 10)})}),
-            TeamStats({Player(9, {Total("TOTAL_SESSIONS_PLAYED", 50)}), Player(1, {Total("TOTAL_SESSIONS_WON", 3)})}),
-        },
-        members);
-    EXPECT_EQ(Describe(members), std::vector<std::string>{"1 One 0 0.000000"});
-}
-
-TEST(ApplyTeamMemberStats, TheRateNeedsAtLeastOneGameAndNegativeCountsCountAsNone) {
-    auto members = MakeTeamMembers(Roster({{1, "A"}, {2, "B"}, {3, "C"}}));
-    ApplyTeamMemberStats({TeamStats({
-                             Player(1, {Total("TOTAL_SESSIONS_PLAYED", 0), Total("TOTAL_SESSIONS_WON", 3)}),
-                             Player(2, {Total("TOTAL_SESSIONS_PLAYED", 1), Total("TOTAL_SESSIONS_WON", 1)}),
-                             Player(3, {Total("TOTAL_SESSIONS_PLAYED", -4), Total("TOTAL_SESSIONS_WON", 2)}),
-                         })},
-                         members);
-    EXPECT_EQ(Describe(members), (std::vector<std::string>{"1 A 0 0.000000", "2 B 1 100.000000", "3 C 0 0.000000"}));
-}
-
-TEST(ApplyTeamMemberStats, WithoutStatisticsTheMembersStayAsTheyAre) {
-    auto members = MakeTeamMembers(Roster({{1, "One"}}));
-    ApplyTeamMemberStats({}, members);
-    EXPECT_EQ(Describe(members), std::vector<std::string>{"1 One 0 0.000000"});
 }
 
 LCDS::AggregatedStat Stat(std::int32_t championId, const char* statType, float value) {
@@ -140,7 +39,6 @@ LCDS::AggregatedStat Stat(std::int32_t championId, const char* statType, float v
     stat.value = value;
     return stat;
 }
-
 LCDS::AggregatedStat Played(std::int32_t championId, float games) {
     return Stat(championId, "TOTAL_SESSIONS_PLAYED", games);
 }
@@ -148,16 +46,49 @@ LCDS::AggregatedStat Won(std::int32_t championId, float games) {
     return Stat(championId, "TOTAL_SESSIONS_WON", games);
 }
 
-LCDS::AggregatedStats Lifetime(std::vector<LCDS::AggregatedStat> stats) {
-    LCDS::AggregatedStats aggregated;
-    aggregated.lifetimeStatistics = std::move(stats);
-    return aggregated;
+LCDS::PlayerAggregatedStats Player(std::uint64_t id, std::vector<LCDS::AggregatedStat> stats) {
+    LCDS::PlayerAggregatedStats player;
+    player.playerId = id;
+    player.aggregatedStats.lifetimeStatistics = std::move(stats);
+    return player;
+}
+
+TEST(TeamMembers, FirstRosterEntryOfEachPlayerWithTheFirstTotalsOverAllChampions) {
+    LCDS::RosterDTO roster;
+    for (std::uint64_t id : {1, 2, 3, 1, 4, 5, 6, 7, 8}) {
+        roster.memberList.push_back({id, "P" + std::to_string(id)});
+    }
+    roster.memberList[3].playerName = "Again";
+    auto members = MakeTeamMembers(roster);
+    LCDS::TeamAggregatedStats first;
+    first.playerAggregatedStatsList = {
+        Player(1, {Played(0, 10), Won(0, 5), Played(0, 100), Won(0, 1)}),
+        // Until both are found, a later total replaces an earlier one of its kind.
+        Player(2, {Played(0, 10), Played(0, 20), Won(0, 5)}),
+        Player(3, {Played(99, 8), Played(0, 5)}),
+        Player(4, {Played(0, 0), Won(0, 3)}),
+        Player(5, {Played(0, -4), Won(0, 2)}),
+        Player(6, {Played(0, 1), Won(0, 1)}),
+        Player(7, {Played(0, 10), Won(0, 10)}),
+    };
+    LCDS::TeamAggregatedStats later;
+    later.playerAggregatedStatsList = {Player(9, {Played(0, 50)}), Player(7, {Won(0, 3)})};
+    ApplyTeamMemberStats({first, later}, members);
+    Lines texts;
+    for (const Api::LeagueTeamMember& member : members) {
+        texts.push_back(std::to_string(member.id) + " " + member.name + " " + std::to_string(member.totalGamePlayed) +
+                        " " + std::to_string(member.winRate));
+    }
+    EXPECT_EQ(texts, (Lines{"1 P1 10 50.000000", "2 P2 20 25.000000", "3 P3 5 0.000000", "4 P4 0 0.000000",
+                            "5 P5 0 0.000000", "6 P6 1 100.000000", "7 P7 0 0.000000", "8 P8 0 0.000000"}));
 }
 
 // "champion:games:rate" for each champion, in the answer's order.
-std::vector<std::string> Describe(const std::vector<Api::LeagueChampAndStat>& champions) {
-    std::vector<std::string> texts;
-    for (const Api::LeagueChampAndStat& champion : champions) {
+Lines TopChampions(std::vector<LCDS::AggregatedStat> stats) {
+    LCDS::AggregatedStats aggregated;
+    aggregated.lifetimeStatistics = std::move(stats);
+    Lines texts;
+    for (const Api::LeagueChampAndStat& champion : ConvertTopChampions(aggregated)) {
         texts.push_back(std::to_string(champion.championId) + ":" + std::to_string(champion.totalGamePlayed) + ":" +
                         std::to_string(champion.winRate));
     }
@@ -170,64 +101,32 @@ TEST(ConvertTopChampions, KeepsTheFiveWithTheMostGamesMostFirst) {
     for (std::int32_t champion = 1; champion <= 7; ++champion) {
         stats.push_back(Played(champion, games[champion - 1]));
     }
-    EXPECT_EQ(
-        Describe(ConvertTopChampions(Lifetime(stats))),
-        (std::vector<std::string>{"2:70:0.000000", "5:40:0.000000", "7:25:0.000000", "3:12:0.000000", "4:5:0.000000"}));
+    EXPECT_EQ(TopChampions(stats), (Lines{"2:70:0.000000", "5:40:0.000000", "7:25:0.000000", "3:12:0.000000",
+                                          "4:5:0.000000"}));
+    EXPECT_TRUE(TopChampions({}).empty());
 }
 
-TEST(ConvertTopChampions, TheWinRateComesFromTheFirstWonStatisticOfTheChampionWhereverItIs) {
-    const auto champions = ConvertTopChampions(Lifetime({
-        Won(9, 4),
-        Played(9, 10),
-        Won(9, 8),
-        Played(17, 20),
-        Played(21, 8),
-        Won(21, 2),
-    }));
-    EXPECT_EQ(Describe(champions), (std::vector<std::string>{"17:20:0.000000", "9:10:40.000000", "21:8:25.000000"}));
+TEST(ConvertTopChampions, TheRateComesFromTheFirstWonTotalAnywhereAndOtherTotalsAreIgnored) {
+    EXPECT_EQ(TopChampions({Won(9, 4), Played(9, 10), Won(9, 8), Played(17, 20), Played(21, 8), Won(21, 2),
+                            Played(0, 500), Stat(3, "TOTAL_SESSIONS_LOST", 50), Stat(4, "total_sessions_played", 60),
+                            Stat(5, "TOTAL_SESSIONS_PLAYED ", 70), Played(6, 2.9f)}),
+              (Lines{"17:20:0.000000", "9:10:40.000000", "21:8:25.000000", "6:2:0.000000"}));
+    // No games with a won count: the division gives a non-finite rate.
+    LCDS::AggregatedStats noGames;
+    noGames.lifetimeStatistics = {Played(8, 0.5f), Won(8, 1)};
+    EXPECT_FALSE(std::isfinite(ConvertTopChampions(noGames).at(0).winRate));
 }
 
-TEST(ConvertTopChampions, IgnoresTotalsOtherTypesAndInexactNames) {
-    const auto champions = ConvertTopChampions(Lifetime({
-        Played(0, 500),
-        Stat(3, "TOTAL_SESSIONS_LOST", 50),
-        Stat(4, "total_sessions_played", 60),
-        Stat(5, "TOTAL_SESSIONS_PLAYED ", 70),
-        Played(6, 2.9f),
-    }));
-    EXPECT_EQ(Describe(champions), std::vector<std::string>{"6:2:0.000000"});
+LCDS::LeagueTierAndRankDTO TierOf(std::string id, std::int32_t queue, std::int32_t tier, std::int32_t rank) {
+    return {std::move(id), "", static_cast<LCDS::QueueType>(queue), static_cast<LCDS::LeagueTier>(tier),
+            static_cast<LCDS::LeagueRank>(rank)};
 }
 
-TEST(ConvertTopChampions, FewerThanFiveAreAllKeptAndNoneGiveAnEmptyList) {
-    EXPECT_EQ(ConvertTopChampions(Lifetime({Played(1, 1), Played(2, 2)})).size(), 2u);
-    EXPECT_TRUE(ConvertTopChampions(Lifetime({})).empty());
-}
-
-TEST(ConvertTopChampions, ChampionsWithEqualGamesAreAllKeptUpToTheLimit) {
-    const auto champions = ConvertTopChampions(
-        Lifetime({Played(1, 5), Played(2, 9), Played(3, 5), Played(4, 5), Played(5, 5), Played(6, 5)}));
-    ASSERT_EQ(champions.size(), 5u);
-    EXPECT_EQ(champions[0].championId, 2);
-    for (std::size_t index = 1; index < champions.size(); ++index) {
-        EXPECT_EQ(champions[index].totalGamePlayed, 5);
-    }
-}
-
-TEST(ConvertTopChampions, NoGamesWithAWonCountGiveANonFiniteRate) {
-    const auto champions = ConvertTopChampions(Lifetime({Played(8, 0.5f), Won(8, 1)}));
-    ASSERT_EQ(champions.size(), 1u);
-    EXPECT_EQ(champions[0].totalGamePlayed, 0);
-    EXPECT_FALSE(std::isfinite(champions[0].winRate));
-}
-
-LCDS::LeagueTierAndRankDTO TierOf(std::string id, LCDS::QueueType queue, LCDS::LeagueTier tier, LCDS::LeagueRank rank) {
-    return {std::move(id), "", queue, tier, rank};
-}
-
-// "summonerId: queue/tier/division ..." per participant, with the API numbers.
-std::vector<std::string> Describe(const std::vector<Api::ParticipantTiers>& participants) {
-    std::vector<std::string> texts;
-    for (const Api::ParticipantTiers& participant : participants) {
+TEST(GroupParticipantTiers, GroupsRepeatedIdsInTheOrderTheyFirstAppearWithFallbacksForUnknownValues) {
+    Lines texts;
+    for (const Api::ParticipantTiers& participant :
+         GroupParticipantTiers({TierOf("12", 1, 3, 1), TierOf("34", 2, 6, 0), TierOf("12", 3, 7, 4),
+                                TierOf(" +012", 0, 0, 2), TierOf("34", 1, 2, 5)})) {
         std::string text = std::to_string(participant.summonerId) + ":";
         for (const Api::AchievedTier& tier : participant.achievedTiers) {
             text += " " + std::to_string(static_cast<int>(tier.queueType)) + "/" +
@@ -235,67 +134,23 @@ std::vector<std::string> Describe(const std::vector<Api::ParticipantTiers>& part
         }
         texts.push_back(text);
     }
-    return texts;
-}
-
-TEST(GroupParticipantTiers, GroupsRepeatedIdsInTheOrderTheyFirstAppear) {
-    using enum LCDS::QueueType;
-    using enum LCDS::LeagueTier;
-    using enum LCDS::LeagueRank;
-    const auto participants = GroupParticipantTiers({
-        TierOf("12", RANKED_SOLO_5x5, GOLD, II),
-        TierOf("34", RANKED_FLEX_SR, MASTER, I),
-        TierOf("12", RANKED_FLEX_TT, CHALLENGER, V),
-        TierOf(" +012", RANKED_FLEX_SR, BRONZE, V),
-    });
-    EXPECT_EQ(Describe(participants), (std::vector<std::string>{"12: 1/3/2 2/7/0 3/1/5", "34: 3/6/0"}));
-}
-
-TEST(GroupParticipantTiers, UnknownServerValuesMapToTheirFallbacks) {
-    const auto participants = GroupParticipantTiers(
-        {TierOf("5", static_cast<LCDS::QueueType>(0), static_cast<LCDS::LeagueTier>(0),
-                static_cast<LCDS::LeagueRank>(2)),
-         TierOf("5", LCDS::QueueType::RANKED_SOLO_5x5, LCDS::LeagueTier::SILVER, static_cast<LCDS::LeagueRank>(5))});
-    EXPECT_EQ(Describe(participants), std::vector<std::string>{"5: 0/0/3 1/2/0"});
-}
-
-TEST(GroupParticipantTiers, AnEmptyAnswerGivesNoParticipants) {
+    EXPECT_EQ(texts, (Lines{"12: 1/3/2 2/7/0 0/0/3", "34: 3/6/0 1/2/0"}));
     EXPECT_TRUE(GroupParticipantTiers({}).empty());
-}
-
-TEST(GroupParticipantTiers, AnIdThatIsNotANumberEndsTheWholeConversion) {
-    const std::vector<LCDS::LeagueTierAndRankDTO> tiers = {
-        TierOf("12", LCDS::QueueType::RANKED_SOLO_5x5, LCDS::LeagueTier::GOLD, LCDS::LeagueRank::I),
-        TierOf("team-1", LCDS::QueueType::RANKED_SOLO_5x5, LCDS::LeagueTier::GOLD, LCDS::LeagueRank::I),
-    };
-    try {
-        (void)GroupParticipantTiers(tiers);
-        FAIL() << "no exception";
-    } catch (const ParticipantIdError& error) {
-        EXPECT_STREQ(error.what(), "invalid stoull argument");
-    }
 }
 
 TEST(ParseParticipantId, ReadsTheLeadingDecimalNumber) {
     const std::pair<std::string, std::uint64_t> rows[] = {
         {"0", 0},
-        {"42", 42},
         {"007", 7},
         {" \t\n\v\f\r42", 42},
         {"+42", 42},
         {"42abc", 42},
-        {"42 43", 42},
         {"0x1F", 0},
-        {"1e3", 1},
         {"18446744073709551615", 18446744073709551615u},
         {"000000000000000000000018446744073709551615", 18446744073709551615u},
         {"-1", 18446744073709551615u},
-        {"-18446744073709551615", 1},
         {"-0", 0},
-        {std::string("12\0"
-                     "34",
-                     5),
-         12},
+        {std::string("12\0" "34", 5), 12},
     };
     for (const auto& [text, id] : rows) {
         SCOPED_TRACE(text);
@@ -307,18 +162,14 @@ TEST(ParseParticipantId, FailsWithTheTextOfItsErrorKind) {
     const std::pair<std::string, const char*> rows[] = {
         {"", "invalid stoull argument"},
         {"   ", "invalid stoull argument"},
-        {"abc", "invalid stoull argument"},
         {"+", "invalid stoull argument"},
-        {"-", "invalid stoull argument"},
         {"+-1", "invalid stoull argument"},
-        {"--1", "invalid stoull argument"},
         {"x12", "invalid stoull argument"},
-        {"\xC2\xA0"
-         "12",
-         "invalid stoull argument"},
+        {"\x08" "12", "invalid stoull argument"},
+        {"\x0e" "12", "invalid stoull argument"},
+        {"\xC2\xA0" "12", "invalid stoull argument"},
         {"18446744073709551616", "stoull argument out of range"},
         {"-18446744073709551616", "stoull argument out of range"},
-        {"99999999999999999999", "stoull argument out of range"},
         {"184467440737095516150", "stoull argument out of range"},
     };
     for (const auto& [text, message] : rows) {
@@ -332,41 +183,14 @@ TEST(ParseParticipantId, FailsWithTheTextOfItsErrorKind) {
     }
 }
 
-using Api::LeagueQueueType;
-
-TEST(TiersRequestTexts, IdsAreDecimalBetweenBracketsWithoutSpaces) {
-    struct Row {
-        std::vector<std::uint64_t> ids;
-        const char* text;
-    };
-    const Row rows[] = {
-        {{}, "[]"},
-        {{0}, "[0]"},
-        {{12, 34}, "[12,34]"},
-        {{std::numeric_limits<std::uint64_t>::max(), 1}, "[18446744073709551615,1]"},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.text);
-        EXPECT_EQ(ParticipantIdListText(row.ids), row.text);
-    }
-}
-
-TEST(TiersRequestTexts, QueuesAreQuotedServerNamesAndNoneIsInvalid) {
-    struct Row {
-        std::vector<LeagueQueueType> queues;
-        const char* text;
-    };
-    const Row rows[] = {
-        {{}, "[]"},
-        {{LeagueQueueType::SOLO5V5, LeagueQueueType::FLEXTT}, R"(["RANKED_SOLO_5x5","RANKED_FLEX_TT"])"},
-        {{LeagueQueueType::FLEXSR}, R"(["RANKED_FLEX_SR"])"},
-        {{LeagueQueueType::NONE, LeagueQueueType::SOLO5V5}, R"(["INVALID","RANKED_SOLO_5x5"])"},
-        {{static_cast<LeagueQueueType>(9)}, R"(["INVALID"])"},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.text);
-        EXPECT_EQ(QueueListText(row.queues), row.text);
-    }
+TEST(TiersRequestTexts, DecimalIdsAndQuotedServerQueueNamesBetweenBracketsWithoutSpaces) {
+    EXPECT_EQ(ParticipantIdListText({}), "[]");
+    EXPECT_EQ(ParticipantIdListText({0}), "[0]");
+    EXPECT_EQ(ParticipantIdListText({std::numeric_limits<std::uint64_t>::max(), 1}), "[18446744073709551615,1]");
+    using Api::LeagueQueueType;
+    EXPECT_EQ(QueueListText({}), "[]");
+    EXPECT_EQ(QueueListText({LeagueQueueType::NONE, LeagueQueueType::SOLO5V5, LeagueQueueType::FLEXSR}),
+              R"(["INVALID","RANKED_SOLO_5x5","RANKED_FLEX_SR"])");
 }
 
 }  // namespace
