@@ -3,7 +3,6 @@
 // Server-shaped league answers and the API's standings, as JSON text, for
 // the end-to-end tests of the league routes.
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace tav::test {
@@ -11,46 +10,25 @@ namespace tav::test {
 inline constexpr const char* kLeagueListClass = "com.orvelsoft.leagues.pojo.LeagueListDTO";
 inline constexpr const char* kSummonerLeaguesClass = "com.orvelsoft.platform.leagues.client.dto.SummonerLeaguesDTO";
 
-// One entry of a server league list.
-struct ServerItem {
-    ServerItem(std::string id, std::string name, int points, int wins, int losses, std::string rank = "I",
-               int previousPosition = 0, bool inactive = false, std::string series = "")
-        : id(std::move(id)),
-          name(std::move(name)),
-          points(points),
-          wins(wins),
-          losses(losses),
-          rank(std::move(rank)),
-          previousPosition(previousPosition),
-          inactive(inactive),
-          series(std::move(series)) {}
-
-    std::string id;
-    std::string name;
-    int points = 0;
-    int wins = 0;
-    int losses = 0;
-    std::string rank = "I";
-    int previousPosition = 0;
-    bool inactive = false;
-    std::string series;  // progress of a running series, "" for none
-};
-
-inline std::string ItemJson(const ServerItem& item) {
-    std::string json = R"({"__class":"com.orvelsoft.leagues.pojo.LeagueItemDTO","playerOrTeamId":")" + item.id +
-                       R"(","playerOrTeamName":")" + item.name + R"(","leaguePoints":)" + std::to_string(item.points) +
-                       R"(,"wins":)" + std::to_string(item.wins) + R"(,"losses":)" + std::to_string(item.losses) +
-                       R"(,"rank":")" + item.rank + R"(","previousDayLeaguePosition":)" +
-                       std::to_string(item.previousPosition) + R"(,"inactive":)" + (item.inactive ? "true" : "false");
-    if (!item.series.empty()) {
-        json += R"(,"miniSeries":{"progress":")" + item.series + R"(","wins":0,"losses":0,"target":3})";
+// One entry of a server league list; series is the progress of a running
+// series, "" for none.
+inline std::string Item(const std::string& id, const std::string& name, int points, int wins, int losses,
+                        const std::string& rank = "I", int previousPosition = 0, bool inactive = false,
+                        const std::string& series = "") {
+    std::string json = R"({"__class":"com.orvelsoft.leagues.pojo.LeagueItemDTO","playerOrTeamId":")" + id +
+                       R"(","playerOrTeamName":")" + name + R"(","leaguePoints":)" + std::to_string(points) +
+                       R"(,"wins":)" + std::to_string(wins) + R"(,"losses":)" + std::to_string(losses) +
+                       R"(,"rank":")" + rank + R"(","previousDayLeaguePosition":)" + std::to_string(previousPosition) +
+                       R"(,"inactive":)" + (inactive ? "true" : "false");
+    if (!series.empty()) {
+        json += R"(,"miniSeries":{"progress":")" + series + R"(","wins":0,"losses":0,"target":3})";
     }
     return json + "}";
 }
 
 // A server league list; requestorsRank only where the answer carries one.
 inline std::string ListJson(const std::string& name, const std::string& tier, const std::string& queue,
-                            const std::vector<ServerItem>& items, int maxLeagueSize = 0, long long nextApexUpdate = 0,
+                            const std::vector<std::string>& items, int maxLeagueSize = 0, long long nextApexUpdate = 0,
                             const std::string& requestorsRank = "") {
     std::string json = R"({"name":")" + name + R"(","tier":")" + tier + R"(","queue":")" + queue +
                        R"(","requestorsName":"Ann","maxLeagueSize":)" + std::to_string(maxLeagueSize) +
@@ -60,12 +38,12 @@ inline std::string ListJson(const std::string& name, const std::string& tier, co
     }
     json += R"(,"entries":[)";
     for (std::size_t index = 0; index < items.size(); ++index) {
-        json += (index != 0 ? "," : "") + ItemJson(items[index]);
+        json += (index != 0 ? "," : "") + items[index];
     }
     return json + "]}";
 }
 
-// One standing of an answer, members in the order the API writes them.
+// One standing of an answer.
 struct Standing {
     std::string id;
     std::string name;

@@ -1,9 +1,8 @@
 // League messages pushed by the simulated game server to the built library:
-// the notifications they file, the system messages they derive, and what is
-// published, called and logged for them.
+// the notifications they file, what is published, called and logged for
+// them, their gating through a game and their acknowledgement.
 #include <gtest/gtest.h>
 
-#include <ostream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -16,6 +15,9 @@ namespace {
 using Lines = std::vector<std::string>;
 
 class LeagueMessagesTest : public NotificationsTest {};
+
+const std::string kPromoted = "LEAGUES_MESSAGE_LEAGUE_PROMOTED LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 0 ALERT";
+const std::string kReset = "LEAGUES_MESSAGE_LEAGUE_RESET LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 0 ALERT";
 
 constexpr const char* kFullEntry =
     R"({"leaguePoints":75,"playerOrTeamId":"42","playerOrTeamName":"Ann","leagueName":"Iron Wall 2",)"
@@ -41,64 +43,6 @@ TEST_F(LeagueMessagesTest, APushedPromotionIsListedWithEveryFactOfItsParams) {
         R"("type":"LEAGUES_MESSAGE_LEAGUE_PROMOTED"}])");
 }
 
-struct KeyRow {
-    std::string reason;
-    std::string leagueItem;
-    Lines listed;
-};
-
-void PrintTo(const KeyRow& row, std::ostream* out) {
-    *out << row.reason << " " << row.leagueItem;
-}
-
-class LeagueMessageKeysTest : public NotificationsTest, public ::testing::WithParamInterface<KeyRow> {};
-
-TEST_P(LeagueMessageKeysTest, EachReasonAndTierGivesItsKeysAndDerivedMessages) {
-    Push("m", {Param(GetParam().reason, GetParam().leagueItem)});
-    EXPECT_EQ(Listed(), GetParam().listed);
-}
-
-const std::string kGeneral = " LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 0 ALERT";
-const std::string kSeries = " LEAGUES_GENERAL_LEAGUE_MINISERIES_TITLE 0 ALERT";
-const std::string kDecayed = R"(,"inactivityStatus":"INACTIVE","displayDecayWarning":true})";
-
-// The key tables themselves are the unit tests' concern; these rows show the
-// entry's members reaching them and the derived copies being listed.
-INSTANTIATE_TEST_SUITE_P(
-    Rows, LeagueMessageKeysTest,
-    ::testing::Values(
-        KeyRow{"LEAGUE_DEMOTED",
-               R"({"tier":"SILVER","rank":"II"})",
-               {"0 LEAGUES_MESSAGE_PROMOHELPER_LEAGUE_DEMOTED" + kGeneral}},
-        KeyRow{"MINISERIES_START",
-               R"({"tier":"BRONZE","rank":"V","miniSeries":{"progress":"WNN","wins":1}})",
-               {"0 LEAGUES_MESSAGE_PROMOHELPER_MINISERIES_START_SINGULAR" + kSeries}},
-        KeyRow{"MINISERIES_CANCEL",
-               R"({"tier":"GOLD","queueType":"RANKED_SOLO_5x5")" + kDecayed,
-               {"0 LEAGUES_SYSTEM_SERIES_ENDED_DECAY LEAGUES_SYSTEM_SERIES_ENDED_TITLE_SOLO5V5 1100 ALERT",
-                "0 LEAGUES_SYSTEM_SERIES_ENDED_DECAY LEAGUES_SYSTEM_SERIES_ENDED_TITLE_SOLO5V5 1100 ALERT"}},
-        KeyRow{"MINISERIES_CANCEL",
-               R"({"tier":"BRONZE","queueType":"RANKED_TEAM_3x3"})",
-               {"0 LEAGUES_SYSTEM_SERIES_ENDED LEAGUES_SYSTEM_SERIES_ENDED_TITLE_NONE 0 ALERT"}}));
-
-// ---- What a message sets off ----------------------------------------------------
-
-TEST_F(LeagueMessagesTest, ALeagueUpdateReloadsAndPublishesTheStandingsThenTheList) {
-    Push("m1", {Param("LEAGUE_PROMOTED", R"({"tier":"GOLD"})")});
-    EXPECT_EQ(plugin.ServerCalls(), (Lines{"leagues.getMyLeaguePositions []", "leagues.getAllMyLeagues []"}));
-    EXPECT_EQ(ResourceEvents(plugin.records(), "/tav-leagues/v1/summoner-leagues/42"), (Lines{"Update []"}));
-    EXPECT_EQ(PublishedLists(),
-              (Lines{"Update: 0 LEAGUES_MESSAGE_LEAGUE_PROMOTED LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 0 ALERT"}));
-    // The signed standings are reloaded too, which their switch forbids here.
-    EXPECT_EQ(plugin.WarningAndErrorLines(),
-              (Lines{"  WARN| DBG| LoadSignedSummonerLeaguesData called while League service is not available."}));
-    Lines order;
-    for (const host::RecordedEvent& event : plugin.records().events) {
-        order.push_back(std::string(wex::ParseJson(event.payload).Member("uri").AsString()));
-    }
-    EXPECT_EQ(order, (Lines{"/tav-leagues/v1/summoner-leagues/42", kNotificationsUri}));
-}
-
 TEST_F(LeagueMessagesTest, AMessageArrivingWhileARouteWaitsForTheServerIsFiledAndTheRouteAnswers) {
     // The first host turn of the route's wait for the server delivers the message.
     bool pushed = false;
@@ -112,27 +56,9 @@ TEST_F(LeagueMessagesTest, AMessageArrivingWhileARouteWaitsForTheServerIsFiledAn
     ASSERT_TRUE(pushed);
     EXPECT_FALSE(answer.failed) << answer.error;
     EXPECT_EQ(answer.json, "[]");
-    const std::string reset = "0 LEAGUES_MESSAGE_LEAGUE_RESET LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 0 ALERT";
-    EXPECT_EQ(PublishedLists(), (Lines{"Update: " + reset}));
-    EXPECT_EQ(Listed(), (Lines{reset}));
+    EXPECT_EQ(PublishedLists(), (Lines{"Update: 0 " + kReset}));
+    EXPECT_EQ(Listed(), (Lines{"0 " + kReset}));
     EXPECT_EQ(plugin.ServerCalls(), (Lines{"leagues.getAllMyLeagues []"}));
-}
-
-TEST_F(LeagueMessagesTest, AMessageWithoutALeagueUpdateIsPublishedWithoutReloading) {
-    Push("m1", {Param("NOT_YET_SEEDED", "{}", R"("minGamesForSeeding":4294967295,)"), "not json"});
-    EXPECT_EQ(plugin.ServerCalls(), Lines{});
-    EXPECT_EQ(PublishedLists(),
-              (Lines{"Update: 0 LEAGUES_MESSAGE_NOT_YET_SEEDED LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 0 ALERT"}));
-    EXPECT_NE(plugin.Get(kNotificationsUri).json.find(R"("minGamesForSeeding":-1,)"), std::string::npos);
-    EXPECT_EQ(plugin.WarningAndErrorLines(), Lines{});
-}
-
-TEST_F(LeagueMessagesTest, AMessageOfAnotherTypeIsNeitherFiledNorPublished) {
-    Push("m1", {Param("LEAGUE_PROMOTED")}, "LEAGUES");
-    Push("m2", {Param("LEAGUE_PROMOTED")}, "mail");
-    EXPECT_EQ(plugin.ServerCalls(), Lines{});
-    EXPECT_EQ(plugin.records().events.size(), 0u);
-    EXPECT_EQ(Listed(), Lines{});
 }
 
 TEST_F(LeagueMessagesTest, WithTheLeagueServiceOffAnUpdateIsFiledButNotPublished) {
@@ -142,31 +68,32 @@ TEST_F(LeagueMessagesTest, WithTheLeagueServiceOffAnUpdateIsFiledButNotPublished
     EXPECT_EQ(PublishedLists(), Lines{});
     EXPECT_EQ(plugin.WarningAndErrorLines(),
               (Lines{"  WARN| DBG| HandleLeaguesMessage called while League service is not available."}));
+    // A message that updates no standing is published without reloading; one of another type is not filed.
     Push("m2", {Param("QUEUE_DODGE")}, "leagues");
     Push("m3", {Param("LEAGUE_RESET")});
+    Push("m4", {Param("LEAGUE_RESET")}, "mail");
+    EXPECT_EQ(plugin.ServerCalls(), Lines{});
     EXPECT_EQ(PublishedLists(),
-              (Lines{"Update: 0 LEAGUES_MESSAGE_LEAGUE_PROMOTED LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 0 ALERT | "
-                     "1 LEAGUES_MESSAGE_QUEUE_DODGE LEAGUES_GENERAL_LEAGUE_MINISERIES_TITLE 0 ALERT | "
-                     "2 LEAGUES_MESSAGE_LEAGUE_RESET LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 0 ALERT"}));
+              (Lines{"Update: 0 " + kPromoted + " | "
+                     "1 LEAGUES_MESSAGE_QUEUE_DODGE LEAGUES_GENERAL_LEAGUE_MINISERIES_TITLE 0 ALERT | 2 " + kReset}));
 }
 
-TEST_F(LeagueMessagesTest, AFailedPositionsCallIsLoggedAndNothingIsPublished) {
+TEST_F(LeagueMessagesTest, FailedReloadsAreLoggedAndPublishOnlyAfterThePositions) {
     plugin.FailServer("leagues", "getMyLeaguePositions", "timed out");
     Push("m1", {Param("LEAGUE_PROMOTED")});
     EXPECT_EQ(plugin.ServerCalls(), (Lines{"leagues.getMyLeaguePositions []"}));
     EXPECT_EQ(plugin.records().events.size(), 0u);
     EXPECT_EQ(plugin.WarningAndErrorLines(),
               (Lines{" ERROR| DBG| Failed to get my league positions and progress: timed out"}));
-    EXPECT_EQ(Listed(), (Lines{"0 LEAGUES_MESSAGE_LEAGUE_PROMOTED LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 0 ALERT"}));
-}
+    EXPECT_EQ(Listed(), (Lines{"0 " + kPromoted}));
 
-TEST_F(LeagueMessagesTest, AFailedStandingsReloadIsLoggedAndTheListStillPublished) {
+    ScriptPositions(R"({"summonerLeagues":[]})");
     plugin.FailServer("leagues", "getAllMyLeagues", "timed out");
-    Push("m1", {Param("LEAGUE_PROMOTED")});
+    plugin.host().ClearRecords();
+    Push("m2", {Param("LEAGUE_PROMOTED")});
     EXPECT_EQ(plugin.ServerCalls(), (Lines{"leagues.getMyLeaguePositions []", "leagues.getAllMyLeagues []"}));
     EXPECT_EQ(ResourceEvents(plugin.records(), "/tav-leagues/v1/summoner-leagues/42"), Lines{});
-    EXPECT_EQ(PublishedLists(),
-              (Lines{"Update: 0 LEAGUES_MESSAGE_LEAGUE_PROMOTED LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 0 ALERT"}));
+    EXPECT_EQ(PublishedLists(), (Lines{"Update: 0 " + kPromoted + " | 1 " + kPromoted}));
     EXPECT_EQ(plugin.WarningAndErrorLines(),
               (Lines{" ERROR| DBG| Failed to get leagues: timed out",
                      " ERROR| DBG| Failed to get leagues for summoner: Error requesting league for summoner id: 42, "
@@ -180,31 +107,13 @@ TEST_F(LeagueMessagesTest, AnUpdateRebuildsTheDemotionShieldWarningsEachEntryTak
                     R"({"playerOrTeamId":"42","queueType":"RANKED_FLEX_TT","demotionWarning":2}]})");
     Push("m1", {Param("LEAGUE_POINTS_UPDATE")});
     Push("m2", {Param("LEAGUE_POINTS_UPDATE")});
-    EXPECT_EQ(Listed(),
-              (Lines{
-                  "0 LEAGUES_MESSAGE_LEAGUE_POINTS_UPDATE LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 0 ALERT",
-                  "4 LEAGUES_MESSAGE_LEAGUE_POINTS_UPDATE LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 0 ALERT",
-                  "6 LEAGUES_SYSTEM_DEMOTION_SHIELD_LEVEL_1_WARNING LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 2100 WARNING",
-                  "7 LEAGUES_SYSTEM_DEMOTION_SHIELD_LEVEL_2_WARNING LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 1800 ALERT",
-              }));
-}
-
-TEST_F(LeagueMessagesTest, HostileParamsAreSkippedAndTheMessageStillFiled) {
-    const std::string deep = std::string(100000, '[') + std::string(100000, ']');
-    const std::string deepObject =
-        R"({"notifyReason":"QUEUE_DODGE","leagueItem":)" + std::string(50000, '[') + std::string(50000, ']') + "}";
-    const std::string huge = Param(std::string(1 << 20, 'X'));
-    Push("m1", {"", "not json", "[1,2]", "\"text\"", R"({"leagueItem":{}})", deep, R"({"notifyReason":5})"});
-    Push("m2",
-         {deepObject, R"({"notifyReason":"LEAGUE_RESET","leagueItem":"text","gameId":"7","leaguePointsDelta":true})"});
-    Push("m3", {huge});
-    const Lines listed = Listed();
-    ASSERT_EQ(listed.size(), 3u);
-    EXPECT_EQ(listed[0], "0 LEAGUES_MESSAGE_ LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 0 ALERT");
-    EXPECT_EQ(listed[1], "1 LEAGUES_MESSAGE_LEAGUE_RESET LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 0 ALERT");
-    // Its key, formatted like every text, is cut at 4095 bytes.
-    EXPECT_EQ(listed[2],
-              "2 LEAGUES_MESSAGE_" + std::string(4095 - 16, 'X') + " LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 0 ALERT");
+    const std::string update = " LEAGUES_MESSAGE_LEAGUE_POINTS_UPDATE LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 0 ALERT";
+    EXPECT_EQ(Listed(), (Lines{
+                            "0" + update,
+                            "4" + update,
+                            "6 LEAGUES_SYSTEM_DEMOTION_SHIELD_LEVEL_1_WARNING LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 2100 WARNING",
+                            "7 LEAGUES_SYSTEM_DEMOTION_SHIELD_LEVEL_2_WARNING LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 1800 ALERT",
+                        }));
 }
 
 TEST_F(LeagueMessagesTest, AMessageThatDoesNotConvertIsDropped) {
@@ -212,6 +121,46 @@ TEST_F(LeagueMessagesTest, AMessageThatDoesNotConvertIsDropped) {
     plugin.host().RunUntilIdle();
     EXPECT_EQ(plugin.records().events.size(), 0u);
     EXPECT_EQ(Listed(), Lines{});
+}
+
+// ---- Gating and acknowledgement ---------------------------------------------------
+
+TEST_F(LeagueMessagesTest, DeletingTheGameflowSessionReleasesAndPublishes) {
+    EnterPhase("ChampSelect", "RANKED_TEAM_3x3");
+    Push("m0", {Param("LEAGUE_RESET")});
+    plugin.DeleteResource(kGameflowSession);
+    EXPECT_EQ(PublishedLists(), (Lines{"Update:", "Update: 0 " + kReset}));
+}
+
+TEST_F(LeagueMessagesTest, AFailedServerAcknowledgementRefusesAndLeavesTheNotification) {
+    Push("m7", {Param("LEAGUE_RESET")});
+    plugin.FailServer("clientFacadeService", "callPersistenceMessaging", "no such message");
+    plugin.host().ClearRecords();
+    const host::EndpointAnswer answer = Acknowledge("0");
+    EXPECT_EQ(answer.status, 403u);
+    EXPECT_EQ(answer.error,
+              "Unable to delete notification with id 0. Either notification is acknowledged or it is not an "
+              "acknowledgeable notification");
+    EXPECT_EQ(plugin.WarningAndErrorLines(),
+              (Lines{" ERROR| DBG| Failed to acknowledge leagues notification 'm7': 500 - Error response for POST "
+                     "/tav-login/v1/session/invoke: no such message"}));
+    EXPECT_EQ(Listed(), (Lines{"0 " + kReset}));
+}
+
+TEST_F(LeagueMessagesTest, AcknowledgingADecayDemotionAcknowledgesTheDemotionsMessage) {
+    Push("m3",
+         {Param("LEAGUE_DEMOTED", R"({"tier":"GOLD","inactivityStatus":"INACTIVE","displayDecayWarning":true})")});
+    plugin.host().ClearRecords();
+    const host::EndpointAnswer answer = Acknowledge("1");
+    EXPECT_FALSE(answer.failed) << answer.error;
+    EXPECT_EQ(answer.json, "");
+    EXPECT_EQ(plugin.ServerCalls(),
+              (Lines{R"(clientFacadeService.callPersistenceMessaging [{"__class":"com.orvelsoft.platform.messaging.)"
+                     R"(persistence.SimpleDialogMessageResponse","accountId":4242,"command":"ack","msgId":"m3"}])"}));
+    EXPECT_EQ(Listed(), (Lines{
+                            "0 LEAGUES_MESSAGE_PROMOHELPER_LEAGUE_DEMOTED LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 0 ALERT",
+                            "1 LEAGUES_SYSTEM_DECAY_DEMOTION LEAGUES_SYSTEM_DECAY_TITLE 1200 ALERT acknowledged",
+                        }));
 }
 
 }  // namespace

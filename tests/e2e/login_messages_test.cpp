@@ -13,37 +13,21 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-const std::string kAck =
-    R"(clientFacadeService.callPersistenceMessaging [{"__class":"com.orvelsoft.platform.messaging.persistence.)"
-    R"(SimpleDialogMessageResponse","accountId":)";
+const std::string kImminent = " LEAGUES_SYSTEM_DECAY_IMMINENT LEAGUES_SYSTEM_DECAY_IMMINENT_TITLE 1600 ALERT";
 
 class LoginMessagesTest : public NotificationsTest {
   protected:
     void SendLoginPacket(const std::vector<std::string>& messages) {
-        std::string json = R"({"simpleMessages":[)";
-        for (std::size_t index = 0; index < messages.size(); ++index) {
-            json += (index != 0 ? "," : "") + messages[index];
-        }
-        plugin.SetResource(kLoginDataPacket, json + "]}");
+        plugin.SetResource(kLoginDataPacket, R"({"simpleMessages":[)" + JoinedJson(messages) + "]}");
     }
     void SendSeasonReward() { plugin.SetResource(kSeasonReward, R"({"QualificationWarningEnabled":true})"); }
 };
 
-// A league entry of the server: its tier, whether its decay warning shows,
-// its inactivity status and the rest of its members.
-std::string Entry(const std::string& tier, bool decayWarning, const std::string& inactivity,
-                  const std::string& more = "") {
-    return R"({"playerOrTeamId":"42","playerOrTeamName":"Ann","queueType":"RANKED_SOLO_5x5","tier":")" + tier +
-           R"(","displayDecayWarning":)" + (decayWarning ? "true" : "false") + R"(,"inactivityStatus":")" + inactivity +
-           R"(")" + more + "}";
-}
-
-std::string Entries(const std::vector<std::string>& entries) {
-    std::string json = R"({"summonerLeagues":[)";
-    for (std::size_t index = 0; index < entries.size(); ++index) {
-        json += (index != 0 ? "," : "") + entries[index];
-    }
-    return json + "]}";
+// The player's entry in a league whose decay is near, with more members.
+std::string GraceEntry(const std::string& more = "") {
+    return R"({"playerOrTeamId":"42","queueType":"RANKED_SOLO_5x5","tier":"GOLD","displayDecayWarning":true,)"
+           R"("inactivityStatus":"GRACE")" +
+           more + "}";
 }
 
 TEST_F(LoginMessagesTest, TheLoginPacketFilesLeagueMessagesWithoutCopiesAndAcknowledgesTwoKindsAtOnce) {
@@ -53,8 +37,11 @@ TEST_F(LoginMessagesTest, TheLoginPacketFilesLeagueMessagesWithoutCopiesAndAckno
                      MessageJson("m3", {Param("LEAGUE_DEMOTED", decayed)}),
                      MessageJson("m4", {Param("LEAGUE_POINTS_UPDATE")}, "mail"),
                      MessageJson("m5", {Param("MINISERIES_CANCEL", R"({"tier":"GOLD"})")})});
+    const std::string ack =
+        R"(clientFacadeService.callPersistenceMessaging [{"__class":"com.orvelsoft.platform.messaging.persistence.)"
+        R"(SimpleDialogMessageResponse","accountId":)";
     EXPECT_EQ(plugin.ServerCalls(),
-              (Lines{kAck + R"(77,"command":"ack","msgId":"m1"}])", kAck + R"(4242,"command":"ack","msgId":"m2"}])"}));
+              (Lines{ack + R"(77,"command":"ack","msgId":"m1"}])", ack + R"(4242,"command":"ack","msgId":"m2"}])"}));
     EXPECT_EQ(LogLinesAt(plugin.records(), 3), (Lines{"ALWAYS| DBG| Acknowledged leagues notification 'm1'",
                                                       "ALWAYS| DBG| Acknowledged leagues notification 'm2'"}));
     // Without the season-reward configuration the refresh does nothing, so nothing is published.
@@ -100,62 +87,30 @@ TEST_F(LoginMessagesTest, TheRefreshWaitsForTheLoginAndTheFirstSeasonRewardConfi
     EXPECT_EQ(plugin.ServerCalls().size(), 1u);
 }
 
-TEST_F(LoginMessagesTest, TheRefreshBuildsTheDecayWarningsOfTheEntriesWithNewIdsEachTime) {
-    ScriptPositions(Entries({
-        Entry("SILVER", true, "INACTIVE", R"(,"miniSeries":{"progress":"WN"})"),
-        Entry("BRONZE", true, "INACTIVE"),
-        Entry("GOLD", true, "WARNING", R"(,"miniSeries":{"progress":"WN"})"),
-    }));
-    SendSeasonReward();
-    EXPECT_EQ(Listed(), (Lines{
-                            "0 LEAGUES_SYSTEM_DECAY LEAGUES_SYSTEM_DECAY_TITLE 1300 ALERT",
-                            "1 LEAGUES_SYSTEM_SERIES_INACTIVITY LEAGUES_SYSTEM_SERIES_INACTIVITY_TITLE 1400 ALERT",
-                        }));
-    // The demotion-shield pass took an id per entry between.
-    SendLoginPacket({});
-    EXPECT_EQ(Listed().front(), "5 LEAGUES_SYSTEM_DECAY LEAGUES_SYSTEM_DECAY_TITLE 1300 ALERT");
-    EXPECT_EQ(Listed().size(), 2u);
-}
-
-TEST_F(LoginMessagesTest, AcknowledgingAWarningMarksItWithoutTheServer) {
-    ScriptPositions(Entries({Entry("GOLD", true, "GRACE")}));
-    SendSeasonReward();
-    plugin.host().ClearRecords();
-    EXPECT_FALSE(Acknowledge("0").failed);
-    EXPECT_EQ(plugin.ServerCalls(), Lines{});
-    EXPECT_EQ(Listed(), (Lines{"0 LEAGUES_SYSTEM_DECAY_IMMINENT LEAGUES_SYSTEM_DECAY_IMMINENT_TITLE 1600 ALERT "
-                               "acknowledged"}));
-}
-
 TEST_F(LoginMessagesTest, ARefreshDuringAGameKeepsTheOldWarningsListedAndAppendsTheNewAtItsEnd) {
-    ScriptPositions(Entries({Entry("GOLD", true, "GRACE")}));
+    ScriptPositions(SummonerLeagues({GraceEntry()}));
     SendSeasonReward();
     EnterPhase("InProgress");
     SendLoginPacket({});
-    const std::string imminent = " LEAGUES_SYSTEM_DECAY_IMMINENT LEAGUES_SYSTEM_DECAY_IMMINENT_TITLE 1600 ALERT";
-    EXPECT_EQ(Listed(), (Lines{"0" + imminent}));
+    EXPECT_EQ(Listed(), (Lines{"0" + kImminent}));
     EnterPhase("EndOfGame");
-    EXPECT_EQ(Listed(), (Lines{"0" + imminent, "2" + imminent}));
-}
+    EXPECT_EQ(Listed(), (Lines{"0" + kImminent, "2" + kImminent}));
 
-TEST_F(LoginMessagesTest, AFailedStandingsLoadRebuildsNothingAndStillPublishes) {
-    ScriptPositions(Entries({Entry("GOLD", true, "GRACE")}));
-    SendSeasonReward();
+    // A failed load rebuilds nothing and still publishes.
     plugin.FailServer("leagues", "getMyLeaguePositions", "timed out");
     plugin.host().ClearRecords();
     SendLoginPacket({});
     EXPECT_EQ(plugin.WarningAndErrorLines(), (Lines{" ERROR| DBG| Failed to get my leagues: timed out"}));
-    EXPECT_EQ(PublishedLists(),
-              (Lines{"Update: 0 LEAGUES_SYSTEM_DECAY_IMMINENT LEAGUES_SYSTEM_DECAY_IMMINENT_TITLE 1600 ALERT"}));
+    EXPECT_EQ(PublishedLists(), (Lines{"Update: 0" + kImminent + " | 2" + kImminent}));
 }
 
 TEST_F(LoginMessagesTest, WithSignedStandingsOnTheRefreshReadsThemAndNeedsTheLeagueService) {
     plugin.SetResource(kJwtEnabled, "true");
     plugin.ScriptServer("leagues", "getMySignedLeaguePositions", "",
-                        Entries({Entry("GOLD", true, "GRACE", R"(,"jwt":"a.b.c")")}));
+                        SummonerLeagues({GraceEntry(R"(,"jwt":"a.b.c")")}));
     SendSeasonReward();
     EXPECT_EQ(plugin.ServerCalls(), (Lines{"leagues.getMySignedLeaguePositions []"}));
-    EXPECT_EQ(Listed(), (Lines{"0 LEAGUES_SYSTEM_DECAY_IMMINENT LEAGUES_SYSTEM_DECAY_IMMINENT_TITLE 1600 ALERT"}));
+    EXPECT_EQ(Listed(), (Lines{"0" + kImminent}));
 
     plugin.SetLeagueService(false);
     plugin.host().ClearRecords();
@@ -164,8 +119,7 @@ TEST_F(LoginMessagesTest, WithSignedStandingsOnTheRefreshReadsThemAndNeedsTheLea
     EXPECT_EQ(plugin.WarningAndErrorLines(),
               (Lines{"  WARN| DBG| LoadSignedSummonerLeaguesData called while League service is not available."}));
     EXPECT_EQ(ResourceEvents(plugin.records(), kSignedLeaguesUri), (Lines{"Delete"}));
-    EXPECT_EQ(PublishedLists(),
-              (Lines{"Update: 0 LEAGUES_SYSTEM_DECAY_IMMINENT LEAGUES_SYSTEM_DECAY_IMMINENT_TITLE 1600 ALERT"}));
+    EXPECT_EQ(PublishedLists(), (Lines{"Update: 0" + kImminent}));
 }
 
 }  // namespace

@@ -33,15 +33,29 @@ inline std::string Param(std::string_view reason, std::string_view leagueItem = 
            std::string(leagueItem) + "}";
 }
 
+// JSON texts joined by commas, the members of a list.
+inline std::string JoinedJson(const std::vector<std::string>& items) {
+    std::string json;
+    for (const std::string& item : items) {
+        json += (json.empty() ? "" : ",") + item;
+    }
+    return json;
+}
+
+// A standings answer of the server holding the entries.
+inline std::string SummonerLeagues(const std::vector<std::string>& entries) {
+    return R"({"summonerLeagues":[)" + JoinedJson(entries) + "]}";
+}
+
 // A simple message of the server, as JSON text; each param becomes a string.
 inline std::string MessageJson(std::string_view msgId, const std::vector<std::string>& params,
                                std::string_view type = "leagues", unsigned long long accountId = 4242) {
-    std::string json = R"({"accountId":)" + std::to_string(accountId) + R"(,"msgId":)" + JsonText(msgId) +
-                       R"(,"type":)" + JsonText(type) + R"(,"params":[)";
-    for (std::size_t index = 0; index < params.size(); ++index) {
-        json += (index != 0 ? "," : "") + JsonText(params[index]);
+    std::vector<std::string> texts;
+    for (const std::string& param : params) {
+        texts.push_back(JsonText(param));
     }
-    return json + "]}";
+    return R"({"accountId":)" + std::to_string(accountId) + R"(,"msgId":)" + JsonText(msgId) + R"(,"type":)" +
+           JsonText(type) + R"(,"params":[)" + JoinedJson(texts) + "]}";
 }
 
 // One line per notification of a JSON list: "id type titleType priority

@@ -13,43 +13,6 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-const Lines kWatchedResources = {
-    "/tav-login/v1/session",
-    "/tav-login/v1/login-data-packet",
-    "/tav-platform-config/v1/namespaces/SeasonReward",
-    "/tav-platform-config/v1/namespaces/ClientSystemStates/leagueServiceEnabled",
-    "/tav-gameflow/v1/session",
-    "/tav-platform-config/v1/namespaces/LeagueConfig/JWTEnabled",
-};
-
-TEST(WatchedResources, StartReadsTheSixResourcesInOrderAndSubscribesToTheLeagueMessages) {
-    StartedLeaguePlugin plugin;
-    ASSERT_TRUE(plugin.started()) << plugin.error();
-    Lines reads;
-    for (const host::RecordedRequest& request : plugin.records().requests) {
-        if (request.method == HostMethodGet) {
-            reads.push_back(request.path);
-        }
-    }
-    EXPECT_EQ(reads, kWatchedResources);
-    Lines subscriptions;
-    for (const host::RecordedSubscription& subscription : plugin.records().subscriptions) {
-        if (subscription.name.rfind("OnServiceProxy", 0) != 0) {
-            subscriptions.push_back(subscription.name);
-        }
-    }
-    EXPECT_EQ(subscriptions,
-              (Lines{
-                  "OnJsonApiEvent_tav-login_v1_session",
-                  "OnJsonApiEvent_tav-login_v1_login-data-packet",
-                  "OnJsonApiEvent_tav-platform-config_v1_namespaces_SeasonReward",
-                  "OnJsonApiEvent_tav-platform-config_v1_namespaces_ClientSystemStates_leagueServiceEnabled",
-                  "OnJsonApiEvent_tav-gameflow_v1_session",
-                  "OnJsonApiEvent_tav-platform-config_v1_namespaces_LeagueConfig_JWTEnabled",
-                  "OnLcdsEvent_com_orvelsoft_platform_messaging_persistence_SimpleDialogMessage",
-              }));
-}
-
 class WatchedResourcesTest : public ::testing::Test {
   protected:
     void SetUp() override {
@@ -78,23 +41,27 @@ class WatchedResourcesTest : public ::testing::Test {
     StartedLeaguePlugin plugin{false};
 };
 
-TEST_F(WatchedResourcesTest, ValuesPresentBeforeStartAreTakenAtOnce) {
+TEST_F(WatchedResourcesTest, StartReadsTheSixResourcesInOrderAndTakesTheValuesPresent) {
     plugin.host().SetResource(StartedLeaguePlugin::kLeagueServiceEnabled, "true");
     plugin.host().SetResource(StartedLeaguePlugin::kLoginSession,
                               R"({"state":"SUCCEEDED","summonerId":12,"accountId":34})");
     plugin.Start();
     ASSERT_TRUE(plugin.started()) << plugin.error();
+    Lines reads;
+    for (const host::RecordedRequest& request : plugin.records().requests) {
+        if (request.method == HostMethodGet) {
+            reads.push_back(request.path);
+        }
+    }
+    EXPECT_EQ(reads, (Lines{
+                         "/tav-login/v1/session",
+                         "/tav-login/v1/login-data-packet",
+                         "/tav-platform-config/v1/namespaces/SeasonReward",
+                         "/tav-platform-config/v1/namespaces/ClientSystemStates/leagueServiceEnabled",
+                         "/tav-gameflow/v1/session",
+                         "/tav-platform-config/v1/namespaces/LeagueConfig/JWTEnabled",
+                     }));
     EXPECT_EQ(LeaguesMethodFor(12), "leagues.getAllMyLeagues");
-}
-
-TEST_F(WatchedResourcesTest, TheLeagueServiceIsOffUntilTheSwitchSaysOtherwise) {
-    plugin.Start();
-    ASSERT_TRUE(plugin.started()) << plugin.error();
-    EXPECT_EQ(LeaguesMethodFor(1), "League service not available.");
-    plugin.SetResource(StartedLeaguePlugin::kLeagueServiceEnabled, "true");
-    EXPECT_EQ(LeaguesMethodFor(1), "leagues.getAllLeaguesForPlayer");
-    plugin.SetResource(StartedLeaguePlugin::kLeagueServiceEnabled, "false");
-    EXPECT_EQ(LeaguesMethodFor(1), "League service not available.");
 }
 
 TEST_F(WatchedResourcesTest, TheLoginKeepsItsFirstIdsUntilTheSessionIsDeleted) {
@@ -110,22 +77,15 @@ TEST_F(WatchedResourcesTest, TheLoginKeepsItsFirstIdsUntilTheSessionIsDeleted) {
     SetSession("SUCCEEDED", 56, 78);
     EXPECT_EQ(LeaguesMethodFor(12), "leagues.getAllMyLeagues");
     EXPECT_EQ(LeaguesMethodFor(56), "leagues.getAllLeaguesForPlayer");
+    // One that does not convert is dropped; had it counted as a log-out, the next login would bring new ids.
+    plugin.SetResource(StartedLeaguePlugin::kLoginSession, R"({"state":"SUCCEEDED","summonerId":"twelve"})");
+    SetSession("SUCCEEDED", 56, 78);
+    EXPECT_EQ(LeaguesMethodFor(12), "leagues.getAllMyLeagues");
     SetSession("LOGGING_OUT", 56, 78);
     EXPECT_EQ(LeaguesMethodFor(12), "leagues.getAllMyLeagues");
     plugin.DeleteResource(StartedLeaguePlugin::kLoginSession);
     EXPECT_EQ(LeaguesMethodFor(12), "leagues.getAllLeaguesForPlayer");
     EXPECT_EQ(LeaguesMethodFor(0), "leagues.getAllMyLeagues");
-}
-
-TEST_F(WatchedResourcesTest, ASessionThatDoesNotConvertIsDropped) {
-    plugin.Start();
-    ASSERT_TRUE(plugin.started()) << plugin.error();
-    plugin.SetLeagueService(true);
-    SetSession("SUCCEEDED", 12, 34);
-    plugin.SetResource(StartedLeaguePlugin::kLoginSession, R"({"state":"SUCCEEDED","summonerId":"twelve"})");
-    // Had it counted as a log-out, the next login would bring new ids.
-    SetSession("SUCCEEDED", 56, 78);
-    EXPECT_EQ(LeaguesMethodFor(12), "leagues.getAllMyLeagues");
 }
 
 }  // namespace
