@@ -15,71 +15,23 @@
 namespace wex {
 namespace {
 
-struct ScalarRow {
-    const char* name;
-    BindingProperty value;
-    std::string json;
-};
-
-BindingProperty Float(double number) {
-    BindingProperty value;
-    value.SetFloat(number);
-    return value;
-}
-
 BindingProperty Text(std::string_view text) {
     BindingProperty value;
     value.SetString(text);
     return value;
 }
 
-TEST(WriteJson, AnEmptyValueIsTheEmptyTextAtTheTopAndNullInside) {
-    EXPECT_EQ(WriteJson(BindingProperty()), "");
-    EXPECT_EQ(WriteJson(BindingProperty(), nullptr, "\n"), "");
-    BindingProperty list;
-    list.At(1).SetBool(true);
-    EXPECT_EQ(WriteJson(list), "[null,true]");
-    BindingProperty object;
-    object.Member("a");
-    EXPECT_EQ(WriteJson(object), R"({"a":null})");
-}
-
-TEST(WriteJson, ScalarsTakeTheirJsonForms) {
-    BindingProperty yes;
-    yes.SetBool(true);
-    BindingProperty smallest;
-    smallest.SetSigned(std::numeric_limits<std::int64_t>::min());
-    BindingProperty largest;
-    largest.SetUnsigned(std::numeric_limits<std::uint64_t>::max());
-    BindingProperty identifier;
-    identifier.SetUnsigned(9007199254740993u);
-    BindingProperty blob;
-    blob.SetBlob(std::vector<std::uint8_t>{0x00, 0x01});
-    BindingProperty enumerator;
-    enumerator.SetEnum(-3, BindingTypeIdentity::Reserved());
-    const ScalarRow rows[] = {
-        {"bool", yes, "true"},
-        {"int64 min", smallest, "-9223372036854775808"},
-        {"uint64 max", largest, "18446744073709551615"},
-        {"above 2^53", identifier, "9007199254740993"},
-        {"float", Float(1.5), "1.5"},
-        {"shortest digits", Float(0.1), "0.1"},
-        {"zero", Float(0.0), "0.0"},
-        {"negative zero", Float(-0.0), "-0.0"},
-        {"large", Float(1e300), "1e300"},
-        {"small", Float(1.5e-300), "1.5e-300"},
-        {"smallest subnormal", Float(5e-324), "5e-324"},
-        {"integral float", Float(100.0), "100.0"},
-        {"nan", Float(std::numeric_limits<double>::quiet_NaN()), "null"},
-        {"infinity", Float(-std::numeric_limits<double>::infinity()), "null"},
-        {"blob", blob, R"("AAE=")"},
-        {"enum without registry", enumerator, "-3"},
-        {"string", Text("text"), R"("text")"},
-    };
-    for (const ScalarRow& row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(WriteJson(row.value), row.json);
-    }
+// Other numbers, bools and null are checked by the round trips below.
+TEST(WriteJson, ValuesJsonCannotReadBackAreWrittenAsNullTextOrShortestDigits) {
+    BindingProperty value;
+    EXPECT_EQ(WriteJson(value), "");
+    EXPECT_EQ(WriteJson(value, nullptr, "\n"), "");
+    value.At(0).SetFloat(std::numeric_limits<double>::quiet_NaN());
+    value.At(1).SetFloat(-std::numeric_limits<double>::infinity());
+    value.At(2).SetBlob(std::vector<std::uint8_t>{0x00, 0x01});
+    value.At(3).SetEnum(-3, BindingTypeIdentity::Reserved());
+    value.At(5).SetFloat(1.5e-300);  // the reader would land a unit off in the last place
+    EXPECT_EQ(WriteJson(value), R"([null,null,"AAE=",-3,null,1.5e-300])");
 }
 
 TEST(WriteJson, StringsEscapeQuotesBackslashesAndControlBytesOnly) {
@@ -88,16 +40,6 @@ TEST(WriteJson, StringsEscapeQuotesBackslashesAndControlBytesOnly) {
               "\"\\u0000\\u0001\\u000B\\u001F \x7F\"");
     // Bytes from 0x80 up pass as they are, valid UTF-8 or not.
     EXPECT_EQ(WriteJson(Text("\xC3\xA9\xFF")), "\"\xC3\xA9\xFF\"");
-}
-
-TEST(WriteJson, CompactOutputIsOneLineWithMembersInNameOrder) {
-    BindingProperty value;
-    value.Member("text").SetString("line\nfeed");
-    value.Member("number").SetFloat(1.5);
-    value.Member("list").At(0).SetSigned(-1);
-    value.Member("list").At(1).MakeStructure();
-    value.Member("list").At(2).MakeCollection();
-    EXPECT_EQ(WriteJson(value), R"({"list":[-1,{},[]],"number":1.5,"text":"line\nfeed"})");
 }
 
 BindingProperty Nested() {
@@ -150,10 +92,11 @@ TEST(WriteJson, AnEscapedLineFeedIsNotALineBreak) {
     EXPECT_EQ(WriteJson(Text("a\nb"), nullptr, "\r\n"), R"("a\nb")");
 }
 
+// Each number is written in the shortest form that reads back to it.
 TEST(WriteJson, ReadingBackGivesTheSameText) {
     const char* texts[] = {
         R"({"a":[1,-1,1.5,"s",null,true,{}],"b":{"c":18446744073709551615,"d":-9223372036854775808}})",
-        R"([0.1,1e-7,123456789012.5,-0.0,[[[]]]])",
+        R"([0.1,1e-7,123456789012.5,-0.0,0.0,1.5,100.0,1e300,5e-324,[[[]]],9007199254740993])",
         R"("\u0001\"")",
     };
     for (const char* text : texts) {

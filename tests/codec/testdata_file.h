@@ -3,7 +3,9 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <sstream>
 #include <string>
+#include <vector>
 
 namespace tav::test {
 
@@ -11,6 +13,27 @@ namespace tav::test {
 inline std::string ReadFileBytes(const std::filesystem::path& path) {
     std::ifstream file(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+// The tab-separated rows of a table kept next to these tests, without its
+// comment lines.
+inline std::vector<std::vector<std::string>> ReadCases(const std::string& name) {
+    std::istringstream text(ReadFileBytes(std::filesystem::path(__FILE__).parent_path() / name));
+    std::vector<std::vector<std::string>> rows;
+    for (std::string line; std::getline(text, line);) {
+        if (line.empty() || line[0] == '#') {
+            continue;
+        }
+        std::vector<std::string>& fields = rows.emplace_back();
+        std::istringstream columns(line);
+        for (std::string field; std::getline(columns, field, '\t');) {
+            fields.push_back(field);
+        }
+        if (line.back() == '\t') {
+            fields.emplace_back();
+        }
+    }
+    return rows;
 }
 
 }  // namespace tav::test
