@@ -20,7 +20,7 @@ struct FormatText<Point> {
 
 namespace {
 
-TEST(FormatMessage, PlaceholdersTakeTheirArgumentsByNumberOrInOrder) {
+TEST(FormatMessage, Placeholders) {
     struct Row {
         const char* format;
         std::vector<FormatArgument> arguments;
@@ -65,6 +65,22 @@ TEST(FormatMessage, PlaceholdersTakeTheirArgumentsByNumberOrInOrder) {
         // Conversion n writes nothing.
         {"a%nb%sc", {1, "x"}, "abxc"},
         {"a%1$nb", {"x"}, "ab"},
+        // Flags, width and precision.
+        {"[%6d|%-6d|%06d|%+d|% d]", {42, 42, -42, 42, 42}, "[    42|42    |-00042|+42| 42]"},
+        {"[%#x|%X|%o|%.3d]", {255, 255, 8, 7}, "[0xff|FF|10|007]"},
+        {"[%8.3f|%e|%G]", {3.14159, 1500.0, 0.00001}, "[   3.142|1.500000e+03|1E-05]"},
+        {"[%-6s|%.2s|%6.2s|%---5s|%4$-4s]", {"ab", "abcdef", "abcdef", "ab"}, "[ab    |ab|    ab|ab   |ab  ]"},
+        // Each kind keeps its conversions and replaces the others by its own.
+        {"%d %x %c %i %s %f %u", {-3, -1, 'A', 12, 12, 12, -1}, "-3 ffffffff A 12 12 12 4294967295"},
+        {"%d %x %s %c", {std::int64_t{-5'000'000'000}, std::int64_t{-1}, std::int64_t{-5}, std::int64_t{'B'}},
+         "-5000000000 ffffffffffffffff -5 B"},
+        {"%u %d %X %g %c %u",
+         {~std::uint64_t{0}, ~std::uint64_t{0}, std::uint64_t{0xABCDEF012345}, std::uint64_t{10}, std::uint64_t{'C'}, 7u},
+         "18446744073709551615 -1 ABCDEF012345 10 C 7"},
+        {"%g %a %E %F %d %s %x", {0.5, 1.0, 2.5, 2.5, 2.5, 2.5, 2.5}, "0.5 0x1p+0 2.500000E+00 2.500000 2.5 2.5 2.5"},
+        {"%s %d %7x %s %s [%s]", {"text", "text", "ab", std::string_view("view"), std::string("string"),
+                                  static_cast<const char*>(nullptr)}, "text text      ab view string []"},
+        {"%s %d", {Point{1, 2}, Point{3, 4}}, "(1,2) (3,4)"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.format);
@@ -77,84 +93,6 @@ TEST(FormatMessage, PlaceholderOfMoreThanSixtyCharactersEndsTheText) {
     EXPECT_EQ(FormatMessage("<" + sixty + ">", {"x"}), "<x>");
     std::string sixtyOne = "%" + std::string(59, '-') + "s";
     EXPECT_EQ(FormatMessage("<" + sixtyOne + ">", {"x"}), "<");
-}
-
-TEST(FormatMessage, FlagsWidthAndPrecision) {
-    struct Row {
-        const char* format;
-        FormatArgument argument;
-        const char* expected;
-    };
-    const Row rows[] = {
-        {"[%5d]", 42, "[   42]"},
-        {"[%-5d]", 42, "[42   ]"},
-        {"[%05d]", -42, "[-0042]"},
-        {"[%+d]", 42, "[+42]"},
-        {"[% d]", 42, "[ 42]"},
-        {"[%#x]", 255, "[0xff]"},
-        {"[%X]", 255, "[FF]"},
-        {"[%o]", 8, "[10]"},
-        {"[%.3d]", 7, "[007]"},
-        {"[%8.3f]", 3.14159, "[   3.142]"},
-        {"[%e]", 1500.0, "[1.500000e+03]"},
-        {"[%G]", 0.00001, "[1E-05]"},
-        {"[%-6s]", "ab", "[ab    ]"},
-        {"[%.2s]", "abcdef", "[ab]"},
-        {"[%6.2s]", "abcdef", "[    ab]"},
-        {"[%---5s]", "ab", "[ab   ]"},
-        {"[%1$-4s]", "ab", "[ab  ]"},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.format);
-        EXPECT_EQ(FormatMessage(row.format, {row.argument}), row.expected);
-    }
-}
-
-TEST(FormatMessage, EachKindKeepsItsConversionsAndReplacesOthers) {
-    struct Row {
-        const char* format;
-        FormatArgument argument;
-        const char* expected;
-    };
-    const std::string owned = "string";
-    const Row rows[] = {
-        {"%d", std::int32_t{-3}, "-3"},
-        {"%x", std::int32_t{-1}, "ffffffff"},
-        {"%c", std::int32_t{'A'}, "A"},
-        {"%i", std::int32_t{12}, "12"},
-        {"%s", std::int32_t{12}, "12"},
-        {"%f", std::int32_t{12}, "12"},
-        {"%u", std::int32_t{-1}, "4294967295"},
-        {"%d", std::int64_t{-5'000'000'000}, "-5000000000"},
-        {"%x", std::int64_t{-1}, "ffffffffffffffff"},
-        {"%s", std::int64_t{-5'000'000'000}, "-5000000000"},
-        {"%c", std::int64_t{'B'}, "B"},
-        {"%u", std::numeric_limits<std::uint64_t>::max(), "18446744073709551615"},
-        {"%d", std::numeric_limits<std::uint64_t>::max(), "-1"},
-        {"%X", std::uint64_t{0xABCDEF012345}, "ABCDEF012345"},
-        {"%g", std::uint64_t{10}, "10"},
-        {"%c", std::uint64_t{'C'}, "C"},
-        {"%u", 7u, "7"},
-        {"%g", 0.5, "0.5"},
-        {"%a", 1.0, "0x1p+0"},
-        {"%E", 2.5, "2.500000E+00"},
-        {"%F", 2.5, "2.500000"},
-        {"%d", 2.5, "2.5"},
-        {"%s", 2.5, "2.5"},
-        {"%x", 2.5, "2.5"},
-        {"%s", "text", "text"},
-        {"%d", "text", "text"},
-        {"%5x", "ab", "   ab"},
-        {"%s", std::string_view("view"), "view"},
-        {"%s", owned, "string"},
-        {"%s", static_cast<const char*>(nullptr), ""},
-        {"%s", Point{1, 2}, "(1,2)"},
-        {"%d", Point{3, 4}, "(3,4)"},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.format);
-        EXPECT_EQ(FormatMessage(row.format, {row.argument}), row.expected);
-    }
 }
 
 TEST(FormatMessage, OutputIsCutAt4095Bytes) {
