@@ -12,8 +12,6 @@
 namespace tav::test {
 namespace {
 
-using Lines = std::vector<std::string>;
-
 class LeagueMessagesTest : public NotificationsTest {};
 
 const std::string kPromoted = "LEAGUES_MESSAGE_LEAGUE_PROMOTED LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 0 ALERT";
@@ -48,7 +46,8 @@ TEST_F(LeagueMessagesTest, AMessageArrivingWhileARouteWaitsForTheServerIsFiledAn
     bool pushed = false;
     plugin.host().SetTurnHook([this, &pushed] {
         if (!std::exchange(pushed, true)) {
-            plugin.host().PushServerMessage(kSimpleDialogMessage, MessageJson("m1", {Param("LEAGUE_RESET")}, "leagues"));
+            plugin.host().PushServerMessage(kSimpleDialogMessage,
+                                            MessageJson("m1", {Param("LEAGUE_RESET")}, "leagues"));
         }
     });
     const host::EndpointAnswer answer = plugin.Get("/tav-leagues/v1/summoner-leagues/42");
@@ -74,8 +73,10 @@ TEST_F(LeagueMessagesTest, WithTheLeagueServiceOffAnUpdateIsFiledButNotPublished
     Push("m4", {Param("LEAGUE_RESET")}, "mail");
     EXPECT_EQ(plugin.ServerCalls(), Lines{});
     EXPECT_EQ(PublishedLists(),
-              (Lines{"Update: 0 " + kPromoted + " | "
-                     "1 LEAGUES_MESSAGE_QUEUE_DODGE LEAGUES_GENERAL_LEAGUE_MINISERIES_TITLE 0 ALERT | 2 " + kReset}));
+              (Lines{"Update: 0 " + kPromoted +
+                     " | "
+                     "1 LEAGUES_MESSAGE_QUEUE_DODGE LEAGUES_GENERAL_LEAGUE_MINISERIES_TITLE 0 ALERT | 2 " +
+                     kReset}));
 }
 
 TEST_F(LeagueMessagesTest, FailedReloadsAreLoggedAndPublishOnlyAfterThePositions) {
@@ -108,12 +109,13 @@ TEST_F(LeagueMessagesTest, AnUpdateRebuildsTheDemotionShieldWarningsEachEntryTak
     Push("m1", {Param("LEAGUE_POINTS_UPDATE")});
     Push("m2", {Param("LEAGUE_POINTS_UPDATE")});
     const std::string update = " LEAGUES_MESSAGE_LEAGUE_POINTS_UPDATE LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 0 ALERT";
-    EXPECT_EQ(Listed(), (Lines{
-                            "0" + update,
-                            "4" + update,
-                            "6 LEAGUES_SYSTEM_DEMOTION_SHIELD_LEVEL_1_WARNING LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 2100 WARNING",
-                            "7 LEAGUES_SYSTEM_DEMOTION_SHIELD_LEVEL_2_WARNING LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 1800 ALERT",
-                        }));
+    EXPECT_EQ(Listed(),
+              (Lines{
+                  "0" + update,
+                  "4" + update,
+                  "6 LEAGUES_SYSTEM_DEMOTION_SHIELD_LEVEL_1_WARNING LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 2100 WARNING",
+                  "7 LEAGUES_SYSTEM_DEMOTION_SHIELD_LEVEL_2_WARNING LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 1800 ALERT",
+              }));
 }
 
 TEST_F(LeagueMessagesTest, AMessageThatDoesNotConvertIsDropped) {
@@ -136,7 +138,8 @@ TEST_F(LeagueMessagesTest, AFailedServerAcknowledgementRefusesAndLeavesTheNotifi
     Push("m7", {Param("LEAGUE_RESET")});
     plugin.FailServer("clientFacadeService", "callPersistenceMessaging", "no such message");
     plugin.host().ClearRecords();
-    const host::EndpointAnswer answer = Acknowledge("0");
+    const host::EndpointAnswer answer =
+        plugin.host().CallEndpoint(HostMethodPost, "/tav-leagues/v2/notifications/0/acknowledge");
     EXPECT_EQ(answer.status, 403u);
     EXPECT_EQ(answer.error,
               "Unable to delete notification with id 0. Either notification is acknowledged or it is not an "
@@ -145,22 +148,6 @@ TEST_F(LeagueMessagesTest, AFailedServerAcknowledgementRefusesAndLeavesTheNotifi
               (Lines{" ERROR| DBG| Failed to acknowledge leagues notification 'm7': 500 - Error response for POST "
                      "/tav-login/v1/session/invoke: no such message"}));
     EXPECT_EQ(Listed(), (Lines{"0 " + kReset}));
-}
-
-TEST_F(LeagueMessagesTest, AcknowledgingADecayDemotionAcknowledgesTheDemotionsMessage) {
-    Push("m3",
-         {Param("LEAGUE_DEMOTED", R"({"tier":"GOLD","inactivityStatus":"INACTIVE","displayDecayWarning":true})")});
-    plugin.host().ClearRecords();
-    const host::EndpointAnswer answer = Acknowledge("1");
-    EXPECT_FALSE(answer.failed) << answer.error;
-    EXPECT_EQ(answer.json, "");
-    EXPECT_EQ(plugin.ServerCalls(),
-              (Lines{R"(clientFacadeService.callPersistenceMessaging [{"__class":"com.orvelsoft.platform.messaging.)"
-                     R"(persistence.SimpleDialogMessageResponse","accountId":4242,"command":"ack","msgId":"m3"}])"}));
-    EXPECT_EQ(Listed(), (Lines{
-                            "0 LEAGUES_MESSAGE_PROMOHELPER_LEAGUE_DEMOTED LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 0 ALERT",
-                            "1 LEAGUES_SYSTEM_DECAY_DEMOTION LEAGUES_SYSTEM_DECAY_TITLE 1200 ALERT acknowledged",
-                        }));
 }
 
 }  // namespace

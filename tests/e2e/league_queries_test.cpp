@@ -41,10 +41,10 @@ class LeagueQueriesTest : public ::testing::Test {
                     turns);
             }
             if (destination == "leagues" && method == "getMasterLeagueTopX" && queue != failingMasterQueue) {
-                return ServerAnswer::Json(
-                    kLeagueListClass,
-                    ListJson("Iron Wall 2", "MASTER", queue, {Item("8", "Dan", 400, 20, 10), Item("7", "Bob", 500, 25, 5)}),
-                    turns);
+                return ServerAnswer::Json(kLeagueListClass,
+                                          ListJson("Iron Wall 2", "MASTER", queue,
+                                                   {Item("8", "Dan", 400, 20, 10), Item("7", "Bob", 500, 25, 5)}),
+                                          turns);
             }
             return ServerAnswer::Failure("Service unavailable", 503, turns);
         });
@@ -64,13 +64,6 @@ class LeagueQueriesTest : public ::testing::Test {
                            {.id = "8", .name = "Dan", .position = 3, .points = 400, .wins = 20, .losses = 10}});
     }
 
-    void ScriptTeam() {
-        plugin.ScriptServer("summonerTeamService", "findTeamById", "com.orvelsoft.team.dto.TeamDTO",
-                            R"({"teamId":{"fullId":"TEAM-1"},"name":"Blue","roster":{"memberList":[)"
-                            R"({"playerId":1,"playerName":"Ann"},{"playerId":2,"playerName":"Bob"},)"
-                            R"({"playerId":1,"playerName":"Ann again"}]}})");
-    }
-
     StartedLeaguePlugin plugin;
 };
 
@@ -86,29 +79,6 @@ void ExpectFailure(const EndpointAnswer& answer, std::uint32_t status, const std
     EXPECT_TRUE(answer.failed);
     EXPECT_EQ(answer.error, error);
     EXPECT_EQ(answer.json, "");
-}
-
-TEST_F(LeagueQueriesTest, OwnLeaguesComeFromGetAllMyLeaguesAndAnothersFromGetAllLeaguesForPlayer) {
-    const std::string answer = R"({"summonerLeagues":[)" +
-                               ListJson("Gold's Knights 3", "GOLD", "RANKED_SOLO_5x5",
-                                        {Item("42", "Ann", 75, 10, 5, "II", 2, false, "WLN"),
-                                         Item("7", "Bob", 80, 12, 3, "II"),
-                                         Item("9", "Cid", 10, 1, 9, "I", 0, true)},
-                                        0, 0, "II") +
-                               "]}";
-    plugin.ScriptServer("leagues", "getAllMyLeagues", kSummonerLeaguesClass, answer);
-    plugin.ScriptServer("leagues", "getAllLeaguesForPlayer", kSummonerLeaguesClass, answer);
-    const std::string expected =
-        "[" +
-        LeagueJson("GoldsKnights", "GOLD", "SOLO5V5", "II",
-                   {{.id = "42", .name = "Ann", .position = 1, .points = 75, .wins = 10, .losses = 5,
-                     .previousPosition = 2, .positionDelta = 1, .miniseries = R"(["W","L","N"])"},
-                    {.id = "7", .name = "Bob", .position = 2, .points = 80, .wins = 12, .losses = 3}},
-                   "II") +
-        "]";
-    EXPECT_EQ(plugin.Get("/tav-leagues/v1/summoner-leagues/42").json, expected);
-    EXPECT_EQ(plugin.Get("/tav-leagues/v1/summoner-leagues/43").json, expected);
-    EXPECT_EQ(plugin.ServerCalls(), (Lines{"leagues.getAllMyLeagues []", "leagues.getAllLeaguesForPlayer [43]"}));
 }
 
 TEST_F(LeagueQueriesTest, ApexPlayersLeaguesAreSetAgainstTheOtherApexTierAndNumberedFromOne) {
@@ -154,7 +124,10 @@ TEST_F(LeagueQueriesTest, ChallengerLeaguesHoldEveryQueueThatCouldBeFetched) {
 }
 
 TEST_F(LeagueQueriesTest, ATeamHasItsMembersInRosterOrderWithTheirStatistics) {
-    ScriptTeam();
+    plugin.ScriptServer("summonerTeamService", "findTeamById", "com.orvelsoft.team.dto.TeamDTO",
+                        R"({"teamId":{"fullId":"TEAM-1"},"name":"Blue","roster":{"memberList":[)"
+                        R"({"playerId":1,"playerName":"Ann"},{"playerId":2,"playerName":"Bob"},)"
+                        R"({"playerId":1,"playerName":"Ann again"}]}})");
     plugin.ScriptServer("playerStatsService", "getTeamAggregatedStats", "",
                         R"([{"playerAggregatedStatsList":[{"playerId":2,"aggregatedStats":{"lifetimeStatistics":[)"
                         R"({"statType":"TOTAL_SESSIONS_PLAYED","value":4,"championId":0},)"

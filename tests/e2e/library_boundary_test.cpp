@@ -39,9 +39,16 @@ TEST(LibraryBoundary, NeedsNoCxxRuntimeOfTheHost) {
 }
 #endif
 
-TEST(LibraryBoundary, LoadFillsTheRecordWithItsOwnVersionAndName) {
+// The library opened, not yet loaded.
+class OpenedLibrary : public ::testing::Test {
+  protected:
+    void SetUp() override { ASSERT_TRUE(library.Open(TAV_PLUGIN_PATH)) << library.error(); }
+
     PluginLibrary library;
-    ASSERT_TRUE(library.Open(TAV_PLUGIN_PATH)) << library.error();
+};
+
+TEST_F(OpenedLibrary, LoadFillsTheRecordWithItsOwnVersionAndNameAndCountsItsOwnAllocations) {
+    const auto before = library.Memory();
     ASSERT_TRUE(library.Load(CoreVersion{18, 7, 2}));
     const PluginLoadInfo& info = library.loadInfo();
     EXPECT_EQ(info.major, 18u);
@@ -57,16 +64,9 @@ TEST(LibraryBoundary, LoadFillsTheRecordWithItsOwnVersionAndName) {
     EXPECT_NE(callbacks->Stop, nullptr);
     EXPECT_NE(callbacks->GetMemoryStats, nullptr);
     ASSERT_NE(apiTable, nullptr);
-}
-
-TEST(LibraryBoundary, CountsItsOwnAllocations) {
     if (tav::host::kUnderAddressSanitizer) {
         GTEST_SKIP() << "the sanitizer's allocator serves the plug-in before its counting wrappers see a call";
     }
-    PluginLibrary library;
-    ASSERT_TRUE(library.Open(TAV_PLUGIN_PATH)) << library.error();
-    const auto before = library.Memory();
-    ASSERT_TRUE(library.Load(CoreVersion{}));
     const auto loaded = library.Memory();
     EXPECT_GT(loaded.allocations, before.allocations);
     EXPECT_GT(loaded.allocatedBytes, before.allocatedBytes);
@@ -79,9 +79,7 @@ TEST(LibraryBoundary, CountsItsOwnAllocations) {
 
 // A host that calls back after Stop hands the plug-in addresses of freed
 // memory; the plug-in must notice without reading them (the asan preset checks).
-TEST(LibraryBoundary, StopsWithItsSubscriptionsAndDropsLaterCallsWithOneLineEach) {
-    PluginLibrary library;
-    ASSERT_TRUE(library.Open(TAV_PLUGIN_PATH)) << library.error();
+TEST_F(OpenedLibrary, StopsWithItsSubscriptionsAndDropsLaterCallsWithOneLineEach) {
     ASSERT_TRUE(library.Load(CoreVersion{}));
     SimulatedHost host;
     ASSERT_TRUE(host.Start(library));

@@ -11,8 +11,6 @@
 namespace tav::test {
 namespace {
 
-using Lines = std::vector<std::string>;
-
 const std::string kImminent = " LEAGUES_SYSTEM_DECAY_IMMINENT LEAGUES_SYSTEM_DECAY_IMMINENT_TITLE 1600 ALERT";
 
 class LoginMessagesTest : public NotificationsTest {
@@ -87,21 +85,14 @@ TEST_F(LoginMessagesTest, TheRefreshWaitsForTheLoginAndTheFirstSeasonRewardConfi
     EXPECT_EQ(plugin.ServerCalls().size(), 1u);
 }
 
-TEST_F(LoginMessagesTest, ARefreshDuringAGameKeepsTheOldWarningsListedAndAppendsTheNewAtItsEnd) {
+TEST_F(LoginMessagesTest, AFailedStandingsLoadRebuildsNothingAndStillPublishes) {
     ScriptPositions(SummonerLeagues({GraceEntry()}));
     SendSeasonReward();
-    EnterPhase("InProgress");
-    SendLoginPacket({});
-    EXPECT_EQ(Listed(), (Lines{"0" + kImminent}));
-    EnterPhase("EndOfGame");
-    EXPECT_EQ(Listed(), (Lines{"0" + kImminent, "2" + kImminent}));
-
-    // A failed load rebuilds nothing and still publishes.
     plugin.FailServer("leagues", "getMyLeaguePositions", "timed out");
     plugin.host().ClearRecords();
     SendLoginPacket({});
     EXPECT_EQ(plugin.WarningAndErrorLines(), (Lines{" ERROR| DBG| Failed to get my leagues: timed out"}));
-    EXPECT_EQ(PublishedLists(), (Lines{"Update: 0" + kImminent + " | 2" + kImminent}));
+    EXPECT_EQ(PublishedLists(), (Lines{"Update: 0" + kImminent}));
 }
 
 TEST_F(LoginMessagesTest, WithSignedStandingsOnTheRefreshReadsThemAndNeedsTheLeagueService) {

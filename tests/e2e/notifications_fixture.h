@@ -1,18 +1,100 @@
 #pragma once
 
-// A started library with a logged-in player and the league service on, and
-// the ways of the tests of the notifications to drive it and read it back.
+// A started library with a logged-in player and the league service on, the
+// league messages the server sends it, and the ways of the tests of the
+// notifications and signed standings to drive it and read it back.
 #include <gtest/gtest.h>
 
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "binding/property.h"
+#include "codec/json_reader.h"
+#include "codec/json_writer.h"
+#include "host_records.h"
 #include "league_json.h"
-#include "notification_json.h"
 #include "support/started_league_plugin.h"
 
 namespace tav::test {
+
+inline constexpr const char* kSimpleDialogMessage = "com.orvelsoft.platform.messaging.persistence.SimpleDialogMessage";
+inline constexpr const char* kLeagueItemsClass = "com.orvelsoft.platform.leagues.client.dto.SummonerLeagueItemsDTO";
+inline constexpr const char* kNotificationsUri = "/tav-leagues/v2/notifications";
+inline constexpr const char* kSignedLeaguesUri = "/tav-leagues/v2/summoner-leagues/current-summoner/signed-leagues";
+
+// text as a JSON string.
+inline std::string JsonText(std::string_view text) {
+    wex::BindingProperty value;
+    value.SetString(text);
+    return wex::WriteJson(value);
+}
+
+// A param of a leagues message: a notify reason, a league entry and, before
+// the entry, more top-level members ("\"gameId\":7,").
+inline std::string Param(std::string_view reason, std::string_view leagueItem = "{}", std::string_view topLevel = "") {
+    return R"({"notifyReason":")" + std::string(reason) + R"(",)" + std::string(topLevel) + R"("leagueItem":)" +
+           std::string(leagueItem) + "}";
+}
+
+// JSON texts joined by commas, the members of a list.
+inline std::string JoinedJson(const std::vector<std::string>& items) {
+    std::string json;
+    for (const std::string& item : items) {
+        json += (json.empty() ? "" : ",") + item;
+    }
+    return json;
+}
+
+// A standings answer of the server holding the entries.
+inline std::string SummonerLeagues(const std::vector<std::string>& entries) {
+    return R"({"summonerLeagues":[)" + JoinedJson(entries) + "]}";
+}
+
+// A simple message of the server, as JSON text; each param becomes a string.
+inline std::string MessageJson(std::string_view msgId, const std::vector<std::string>& params,
+                               std::string_view type = "leagues", unsigned long long accountId = 4242) {
+    std::vector<std::string> texts;
+    for (const std::string& param : params) {
+        texts.push_back(JsonText(param));
+    }
+    return R"({"accountId":)" + std::to_string(accountId) + R"(,"msgId":)" + JsonText(msgId) + R"(,"type":)" +
+           JsonText(type) + R"(,"params":[)" + JoinedJson(texts) + "]}";
+}
+
+// One line per notification of a JSON list: "id type titleType priority
+// severity", and " acknowledged" when the player acknowledged it.
+inline std::vector<std::string> NotificationLines(std::string_view json) {
+    const wex::BindingProperty list = wex::ParseJson(std::string(json));
+    std::vector<std::string> lines;
+    for (const wex::BindingProperty& record : list.Elements()) {
+        std::string line = std::to_string(record.Member("id").AsUInt64()) + " " +
+                           std::string(record.Member("type").AsString()) + " " +
+                           std::string(record.Member("titleType").AsString()) + " " +
+                           std::to_string(record.Member("priority").AsUInt64()) + " " +
+                           std::string(record.Member("severity").AsString());
+        if (record.Member("acknowledgedByPlayer").ToBool()) {
+            line += " acknowledged";
+        }
+        lines.push_back(line);
+    }
+    return lines;
+}
+
+// The resource events sent for uri, in order: "Update" and the data as JSON,
+// or "Delete" alone.
+inline std::vector<std::string> ResourceEvents(const host::HostRecords& records, std::string_view uri) {
+    std::vector<std::string> events;
+    for (const host::RecordedEvent& event : records.events) {
+        const wex::BindingProperty payload = wex::ParseJson(event.payload);
+        if (event.name == "OnJsonApiEvent" && payload.Member("uri").AsString() == uri) {
+            const wex::BindingProperty& data = payload.Member("data");
+            events.push_back(std::string(payload.Member("eventType").AsString()) +
+                             (data.IsEmpty() ? "" : " " + wex::WriteJson(data)));
+        }
+    }
+    return events;
+}
 
 class NotificationsTest : public ::testing::Test {
   protected:
@@ -69,11 +151,6 @@ class NotificationsTest : public ::testing::Test {
             published.push_back(line);
         }
         return published;
-    }
-
-    host::EndpointAnswer Acknowledge(std::string_view id) {
-        return plugin.host().CallEndpoint(HostMethodPost,
-                                          "/tav-leagues/v2/notifications/" + std::string(id) + "/acknowledge");
     }
 
     StartedLeaguePlugin plugin;

@@ -14,8 +14,6 @@
 namespace tav::test {
 namespace {
 
-using Lines = std::vector<std::string>;
-
 const std::string kNotAvailable = "LoadSignedSummonerLeaguesData called while League service is not available.";
 
 // A token of the player expiring so many seconds after the system clock's now.
@@ -149,28 +147,16 @@ TEST_F(SignedStandingsTest, AFailedLoadKeepsTheCacheAndFailsTheRoute) {
     EXPECT_EQ(TimerDelays(), std::vector<long long>{});
 }
 
-// ---- The hand-off in champion select -----------------------------------------------
-
-class SignedHandOffTest : public SignedStandingsTest {
-  protected:
-    void SetUp() override {
-        SignedStandingsTest::SetUp();
-        ServeSignedLeagues({SummonerLeagues({SignedEntry("RANKED_SOLO_5x5", solo)})});
-        GetSigned();
-        plugin.ScriptServer("teambuilder-draft", "setJwtAsGameCustomizationV1", "", "null");
-        EnterPhase("Lobby");
-        plugin.host().ClearRecords();
-    }
-
+TEST_F(SignedStandingsTest, AFailedHandOffInChampionSelectIsLoggedAndTheGameGoesOn) {
     const std::string solo = TokenExpiringIn(3600);
-    const std::string handOff =
-        R"(teambuilder-draft.setJwtAsGameCustomizationV1 [{"prefix":"leagues","signedJWT":")" + solo + R"("}])";
-};
-
-TEST_F(SignedHandOffTest, AFailedHandOffIsLoggedAndTheGameGoesOn) {
+    ServeSignedLeagues({SummonerLeagues({SignedEntry("RANKED_SOLO_5x5", solo)})});
+    GetSigned();
     plugin.FailServer("teambuilder-draft", "setJwtAsGameCustomizationV1", "busy");
+    plugin.host().ClearRecords();
     EnterPhase("ChampSelect", "RANKED_SOLO_5x5");
-    EXPECT_EQ(plugin.ServerCalls(), (Lines{handOff}));
+    EXPECT_EQ(plugin.ServerCalls(), (Lines{R"(teambuilder-draft.setJwtAsGameCustomizationV1 [{"prefix":"leagues",)"
+                                           R"("signedJWT":")" +
+                                           solo + R"("}])"}));
     EXPECT_EQ(plugin.WarningAndErrorLines(),
               (Lines{" ERROR| DBG| Failed to pass signed leagues game customization to TB"}));
 }

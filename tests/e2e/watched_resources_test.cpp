@@ -41,26 +41,12 @@ class WatchedResourcesTest : public ::testing::Test {
     StartedLeaguePlugin plugin{false};
 };
 
-TEST_F(WatchedResourcesTest, StartReadsTheSixResourcesInOrderAndTakesTheValuesPresent) {
+TEST_F(WatchedResourcesTest, ValuesPresentBeforeStartAreTakenAtOnce) {
     plugin.host().SetResource(StartedLeaguePlugin::kLeagueServiceEnabled, "true");
     plugin.host().SetResource(StartedLeaguePlugin::kLoginSession,
                               R"({"state":"SUCCEEDED","summonerId":12,"accountId":34})");
     plugin.Start();
     ASSERT_TRUE(plugin.started()) << plugin.error();
-    Lines reads;
-    for (const host::RecordedRequest& request : plugin.records().requests) {
-        if (request.method == HostMethodGet) {
-            reads.push_back(request.path);
-        }
-    }
-    EXPECT_EQ(reads, (Lines{
-                         "/tav-login/v1/session",
-                         "/tav-login/v1/login-data-packet",
-                         "/tav-platform-config/v1/namespaces/SeasonReward",
-                         "/tav-platform-config/v1/namespaces/ClientSystemStates/leagueServiceEnabled",
-                         "/tav-gameflow/v1/session",
-                         "/tav-platform-config/v1/namespaces/LeagueConfig/JWTEnabled",
-                     }));
     EXPECT_EQ(LeaguesMethodFor(12), "leagues.getAllMyLeagues");
 }
 
