@@ -1,9 +1,9 @@
 #pragma once
 
+#include <charconv>
 #include <cstdint>
 #include <string>
-#include <string_view>
-#include <vector>
+#include <type_traits>
 
 #include "binding/property.h"
 #include "types/native_conversion.h"
@@ -11,51 +11,43 @@
 
 namespace wex::test {
 
-// Inputs of each kind, for conversion tables.
-inline BindingProperty Text(std::string_view text) {
-    BindingProperty value;
-    value.SetString(text);
-    return value;
+// A canonical text of a tree, to compare whole trees.
+inline std::string Describe(const BindingProperty& value) {
+    std::string text(BindingPropertyKindName(value.Kind()));
+    if (value.Kind() == BindingPropertyKind::Collection) {
+        text += "[";
+        for (const BindingProperty& element : value.Elements()) {
+            text += Describe(element) + ",";
+        }
+        return text + "]";
+    }
+    if (value.Kind() == BindingPropertyKind::Structure) {
+        text += "{";
+        for (const BindingMember member : value.Members()) {
+            text += std::string(member.name) + ":" + Describe(member.value) + ",";
+        }
+        return text + "}";
+    }
+    return text + "(" + value.ToString() + ")";
 }
-inline BindingProperty Signed(std::int64_t number) {
-    BindingProperty value;
-    value.SetSigned(number);
-    return value;
+
+// Numbers in their shortest exact form, anything else as Describe shows its binding form.
+template <class T>
+std::string Show(const T& value, const BindingTypeRegistry& registry) {
+    if constexpr (std::is_arithmetic_v<T> && !std::is_same_v<T, bool>) {
+        char text[40];
+        return std::string(text, std::to_chars(text, text + sizeof text, value).ptr);
+    }
+    return Describe(ToBinding(value, registry));
 }
-inline BindingProperty Unsigned(std::uint64_t number) {
-    BindingProperty value;
-    value.SetUnsigned(number);
-    return value;
-}
-inline BindingProperty Float(double number) {
-    BindingProperty value;
-    value.SetFloat(number);
-    return value;
-}
-inline BindingProperty Bool(bool flag) {
-    BindingProperty value;
-    value.SetBool(flag);
-    return value;
-}
-inline BindingProperty Blob(std::vector<std::uint8_t> bytes) {
-    BindingProperty value;
-    value.SetBlob(std::move(bytes));
-    return value;
-}
-inline BindingProperty Enum(std::int32_t number, const BindingTypeIdentity& type = BindingTypeIdentity::Reserved()) {
-    BindingProperty value;
-    value.SetEnum(number, type);
-    return value;
-}
-inline BindingProperty Collection() {
-    BindingProperty value;
-    value.MakeCollection();
-    return value;
-}
-inline BindingProperty Structure() {
-    BindingProperty value;
-    value.MakeStructure();
-    return value;
+
+// The value each conversion starts from: 77, which no case converts to, or the type's default.
+template <class T>
+T Start() {
+    if constexpr (std::is_arithmetic_v<T> || std::is_enum_v<T>) {
+        return static_cast<T>(77);
+    }
+    return T{};
 }
 
 // Converts input into out under the name "field"; the message, or "" on success.
@@ -65,5 +57,20 @@ std::string ConvertInto(T& out, const BindingProperty& input, const BindingTypeR
     FromBinding(status, out, input, "field", registry);
     return std::string(status.GetError());
 }
+
+// Converts input under the name "field" into a T holding Start<T>(): the value shown on success, else the
+// message, marked when the failure changed the value.
+template <class T>
+std::string Into(const BindingProperty& input, const BindingTypeRegistry& registry) {
+    T out = Start<T>();
+    const std::string message = ConvertInto(out, input, registry);
+    if (message.empty()) {
+        return Show(out, registry);
+    }
+    return message + (Show(out, registry) == Show(Start<T>(), registry) ? "" : " (changed)");
+}
+
+// Into of one type, for tables of several.
+using Conversion = std::string (*)(const BindingProperty&, const BindingTypeRegistry&);
 
 }  // namespace wex::test

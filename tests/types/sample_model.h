@@ -11,16 +11,14 @@
 namespace sample::leagues {
 
 enum class Tier : std::int32_t { NONE = 0, GOLD = 3, PLATINUM = 4 };
-enum class Emblem : std::int32_t { VETERAN = 0, HOTSTREAK = 1, FRESHBLOOD = 2 };
 
 struct Standing {
     std::string id;
     std::uint64_t position = 0;
     std::int64_t points = 0;
     bool inactive = false;
-    std::vector<Emblem> emblems;
+    std::vector<Tier> pastTiers;
     Tier tier = Tier::NONE;
-    std::uint64_t seriesWins = 0;  // not registered
 };
 
 struct Division {
@@ -42,10 +40,7 @@ struct Key {
 struct Sparse {
     std::int32_t count = 0;
     std::string label;
-    std::vector<std::int32_t> list;
-    Tier tier = Tier::NONE;
-    double ratio = 0;
-    bool flag = false;
+    wex::BindingProperty extra;
     Key key;
 };
 
@@ -59,16 +54,12 @@ inline void Register(wex::BindingTypeRegistry& registry) {
         .Value("NONE", Tier::NONE)
         .Value("GOLD", Tier::GOLD)
         .Value("PLATINUM", Tier::PLATINUM);
-    registry.Enum<Emblem>("SampleEmblem", tags)
-        .Value("VETERAN", Emblem::VETERAN)
-        .Value("HOTSTREAK", Emblem::HOTSTREAK)
-        .Value("FRESHBLOOD", Emblem::FRESHBLOOD);
     registry.Struct<Standing>("SampleStanding", tags)
         .Field("id", &Standing::id)
         .Field("position", &Standing::position)
         .Field("points", &Standing::points)
         .Field("inactive", &Standing::inactive)
-        .Field("emblems", &Standing::emblems)
+        .Field("pastTiers", &Standing::pastTiers)
         .Field("tier", &Standing::tier);
     registry.Struct<Division>("SampleDivision", tags)
         .Field("name", &Division::name)
@@ -83,10 +74,7 @@ inline void Register(wex::BindingTypeRegistry& registry) {
     registry.Struct<Sparse>("SampleSparse")
         .Field("count", &Sparse::count, wex::BindingFieldOption::OmitWhenDefault)
         .Field("label", &Sparse::label, wex::BindingFieldOption::OmitWhenDefault)
-        .Field("list", &Sparse::list, wex::BindingFieldOption::OmitWhenDefault)
-        .Field("tier", &Sparse::tier, wex::BindingFieldOption::OmitWhenDefault)
-        .Field("ratio", &Sparse::ratio, wex::BindingFieldOption::OmitWhenDefault)
-        .Field("flag", &Sparse::flag, wex::BindingFieldOption::OmitWhenDefault)
+        .Field("extra", &Sparse::extra, wex::BindingFieldOption::OmitWhenDefault)
         .Field("key", &Sparse::key, wex::BindingFieldOption::OmitWhenDefault);
 }
 

@@ -1,0 +1,198 @@
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <span>
+#include <stdexcept>
+
+#include "binding_values.h"
+#include "codec/json_reader.h"
+#include "sample_model.h"
+
+namespace wex {
+namespace {
+
+using namespace sample::leagues;
+using namespace wex::test;
+
+class Conversions : public ::testing::Test {
+  protected:
+    void SetUp() override { Register(registry_); }
+    BindingTypeRegistry registry_;
+};
+
+// An input as conversions.txt writes it: JSON, or a kind and its value.
+BindingProperty Input(const std::string& text) {
+    const std::string kind = text.substr(0, text.find(' '));
+    BindingProperty value;
+    if (kind == "signed") {
+        value.SetSigned(std::stoll(text.substr(7)));
+    } else if (kind == "float") {
+        value.SetFloat(std::strtod(text.c_str() + 6, nullptr));
+    } else if (kind == "enum" || kind == "tier") {
+        value.SetEnum(std::stoi(text.substr(5)),
+                      kind == "tier" ? BindingTypeIdentity::Of<Tier>() : BindingTypeIdentity::Reserved());
+    } else if (kind == "blob") {
+        value.SetBlob(std::span(reinterpret_cast<const std::uint8_t*>(text.data()) + 5, text.size() - 5));
+    } else {
+        value = ParseJson(text);
+    }
+    return value;
+}
+
+TEST_F(Conversions, EachCaseOfTheTable) {
+    const std::map<std::string, Conversion, std::less<>> targets = {
+        {"bool", Into<bool>},
+        {"object", Into<BindingProperty>},
+        {"int8", Into<std::int8_t>},
+        {"int16", Into<std::int16_t>},
+        {"int32", Into<std::int32_t>},
+        {"int64", Into<std::int64_t>},
+        {"uint8", Into<std::uint8_t>},
+        {"uint16", Into<std::uint16_t>},
+        {"uint32", Into<std::uint32_t>},
+        {"uint64", Into<std::uint64_t>},
+        {"float", Into<float>},
+        {"double", Into<double>},
+        {"string", Into<std::string>},
+        {"blob", Into<std::vector<std::uint8_t>>},
+        {"SampleTier", Into<Tier>},
+        {"SampleStanding", Into<Standing>},
+        {"SampleKey", Into<Key>},
+        {"SampleDivision", Into<Division>},
+        {"Unregistered", Into<Unregistered>},
+        {"vector of int32", Into<std::vector<std::int32_t>>},
+        {"vector of bool", Into<std::vector<bool>>},
+        {"vector of vector of string", Into<std::vector<std::vector<std::string>>>},
+        {"map of int32", Into<std::map<std::string, std::int32_t>>}};
+    std::ifstream cases(std::filesystem::path(__FILE__).replace_filename("conversions.txt"));
+    ASSERT_TRUE(cases.good()) << "cannot read conversions.txt next to " << __FILE__;
+    int count = 0;
+    for (std::string line; std::getline(cases, line);) {
+        if (line.empty() || line[0] == '#') {
+            continue;
+        }
+        SCOPED_TRACE(line);
+        const std::size_t first = line.find(" | ");
+        const std::size_t second = line.rfind(" | ");
+        ASSERT_LT(first, second);
+        const auto target = targets.find(line.substr(0, first));
+        ASSERT_NE(target, targets.end());
+        EXPECT_EQ(target->second(Input(line.substr(first + 3, second - first - 3)), registry_),
+                  line.substr(second + 3));
+        ++count;
+    }
+    EXPECT_GT(count, 100);
+}
+
+TEST_F(Conversions, ATextIsReadWholeAndAnUnregisteredEnumerationIsNamedByItsIdentity) {
+    BindingProperty zeroInside;
+    zeroInside.SetString(std::string_view("12\0", 3));
+    EXPECT_EQ(Into<std::int64_t>(zeroInside, registry_),
+              "Value " + std::string("12\0", 3) + " for 'field' of type int64 is in an incorrect format");
+    enum class Loose { A = 1 };
+    EXPECT_EQ(Into<Loose>(ParseJson("1"), registry_), "1 is not a valid " +
+                                                          std::string(BindingTypeIdentity::Of<Loose>().DefaultName()) +
+                                                          " enumeration value for 'field'.");
+}
+
+TEST_F(Conversions, AFailedStatusStopsEveryConversionAndStillEmptiesContainers) {
+    BindingProperty status;
+    status.SetError("first");
+    std::int32_t number = 1;
+    std::string text = "kept";
+    std::vector<std::int32_t> numbers = {1};
+    std::map<std::string, std::int32_t> counts = {{"old", 1}};
+    FromBinding(status, number, ParseJson(R"("2")"), "a", registry_);
+    FromBinding(status, text, ParseJson(R"("new")"), "b", registry_);
+    FromBinding(status, numbers, ParseJson("[]"), "c", registry_);
+    FromBinding(status, counts, ParseJson("{}"), "d", registry_);
+    EXPECT_EQ(status.GetError(), "first");
+    EXPECT_EQ(number, 1);
+    EXPECT_EQ(text, "kept");
+    EXPECT_TRUE(numbers.empty());
+    EXPECT_TRUE(counts.empty());
+}
+
+TEST_F(Conversions, TheRequiredWrapperRefusesAnEmptyInputOfAnyType) {
+    Standing standing;
+    BindingProperty status;
+    FromBindingRequired(status, standing, BindingProperty(), "body", registry_);
+    EXPECT_EQ(status.GetError(), "A value for 'body' is required.");
+    BindingProperty good;
+    FromBindingRequired(good, standing.points, ParseJson("3"), "body", registry_);
+    EXPECT_TRUE(good.IsValid());
+    EXPECT_EQ(standing.points, 3);
+}
+
+TEST_F(Conversions, AStructureRoundTripsWithEveryRegisteredField) {
+    Division division;
+    ASSERT_EQ(ConvertInto(division, ParseJson(R"({"name": "Z", "standings": [{"id": "1", "pastTiers": ["PLATINUM"]},
+        {"points": -100, "position": 2, "tier": "GOLD"}], "counts": {"wins": 3, "losses": -1},
+        "extra": {"free": [1.5]}, "ratio": 0.25})"),
+                          registry_),
+              "");
+    division.badge = {0, 255};
+    const BindingProperty value = ToBinding(division, registry_);
+    EXPECT_EQ(Describe(value),
+              "structure{badge:blob(AP8=),counts:structure{losses:signed(-1),wins:signed(3),},"
+              "extra:structure{free:collection[float(1.500000),],},name:string(Z),ratio:float(0.250000),"
+              "standings:collection[structure{id:string(1),inactive:bool(false),pastTiers:collection[enum(4),],"
+              "points:signed(0),position:unsigned(0),tier:enum(0),},structure{id:string(),inactive:bool(false),"
+              "pastTiers:collection[],points:signed(-100),position:unsigned(2),tier:enum(3),},],}");
+    EXPECT_EQ(value.Member("standings").At(1).Member("tier").EnumTypeId(), BindingTypeIdentity::Of<Tier>().id);
+    Division back;
+    EXPECT_EQ(ConvertInto(back, value, registry_), "");
+    EXPECT_EQ(Describe(ToBinding(back, registry_)), Describe(value));
+}
+
+TEST_F(Conversions, OmitWhenDefaultLeavesOutFieldsThatHoldNothing) {
+    Sparse sparse;
+    EXPECT_EQ(Describe(ToBinding(sparse, registry_)), "structure{key:structure{number:signed(0),region:string(),},}");
+    sparse.count = -1;
+    sparse.label = "x";
+    sparse.extra.SetBool(false);
+    EXPECT_EQ(Describe(ToBinding(sparse, registry_)),
+              "structure{count:signed(-1),key:structure{number:signed(0),region:string(),},label:string(x),}");
+}
+
+TEST_F(Conversions, ToBindingFailsOnAnUnregisteredStructureAndMarksOtherResultsValid) {
+    const std::string message = "Couldn't convert native value because it's an unregistered structure.";
+    EXPECT_EQ(ToBinding(Unregistered{}, registry_).GetError(), message);
+    EXPECT_EQ(ToBinding(std::vector<Unregistered>(3), registry_).GetError(), message);
+    EXPECT_EQ(ToBinding(std::map<std::string, Unregistered>{{"a", {}}}, registry_).GetError(), message);
+
+    BindingProperty result;
+    result.SetError("old");
+    ToBinding(result, true, registry_);
+    EXPECT_TRUE(result.IsValid());
+    EXPECT_EQ(Describe(result), "bool(true)");
+    BindingProperty failedObject;
+    failedObject.SetError("inner");
+    ToBinding(result, failedObject, registry_);
+    EXPECT_TRUE(result.IsValid());
+    EXPECT_EQ(result.Member("error").AsString(), "inner");
+}
+
+// A record whose construction throws once it is registered, as a record holding a resource might.
+struct Fragile {
+    static inline bool broken = false;
+    Fragile() {
+        if (broken) {
+            throw std::runtime_error("no room for a fragile record");
+        }
+    }
+    std::int32_t value = 0;
+};
+
+TEST_F(Conversions, AnExceptionInsideAConversionFailsItWithItsText) {
+    registry_.Struct<Fragile>("Fragile").Field("value", &Fragile::value);
+    Fragile::broken = true;
+    EXPECT_EQ(Into<std::vector<Fragile>>(ParseJson(R"([{"value": 1}])"), registry_), "no room for a fragile record");
+    Fragile::broken = false;
+}
+
+}  // namespace
+}  // namespace wex
