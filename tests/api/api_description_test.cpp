@@ -136,11 +136,9 @@ TEST(ApiDescription, AnUnregisteredRecordTypeFailsTheFullDescription) {
 TEST(BuiltinTypes, RegisteringTwiceKeepsOneCopyOfEach) {
     BindingTypeRegistry registry;
     RegisterBuiltinTypes(registry);
-    const std::size_t types = registry.Types().size();
     const BindingTypeInfo* format = registry.FindType("BindingHelpFormat");
     RegisterBuiltinTypes(registry);
-    EXPECT_EQ(types, 15u);
-    EXPECT_EQ(registry.Types().size(), types);
+    EXPECT_EQ(registry.Types().size(), 15u);
     EXPECT_EQ(registry.Events().size(), 1u);
     ASSERT_EQ(registry.FindType("BindingHelpFormat"), format);
     EXPECT_EQ(format->enumValues.size(), 2u);
@@ -148,49 +146,38 @@ TEST(BuiltinTypes, RegisteringTwiceKeepsOneCopyOfEach) {
     EXPECT_EQ(registry.FindType("BindingCallbackEvent")->fields[1].description, "Callback parameters");
 }
 
-class HelpTest : public ::testing::Test {
-  protected:
-    void SetUp() override {
-        RegisterBuiltinTypes(registry_);
-        BindingFunctionInfo help;
-        help.tags = {"$builtin"};
-        help.handler = MakeApiHandler([]() -> MaybeType<Failure, std::string> { return std::string("plain"); });
-        table_.AddRoute(registry_, HostMethodAny, "/help", help);
-        BindingFunctionInfo other = help;
-        table_.AddRoute(registry_, HostMethodAny, "/other", other);
-    }
-
-    BindingTypeRegistry registry_;
-    RouteTable table_;
-};
-
-TEST_F(HelpTest, HelpAnswersTheFullDescription) {
-    tav::test::TestResponse response;
-    tav::test::TestRequest request = tav::test::Request(HostMethodGet, "/help");
-    const HostRequest record = request.Record();
-    Dispatch(&registry_, response.record, record, table_.Routes());
-    EXPECT_EQ(tav::test::Read(response.record.error), nullptr);
-    const BindingProperty answer = HostValueToBinding(response.record.result, "");
+// "Help" answers the full description, other builtins fail, and without a
+// registry a builtin runs its handler.
+TEST(Builtins, HelpAnswersTheFullDescriptionAndOthersAreUnsupported) {
+    BindingTypeRegistry registry;
+    RegisterBuiltinTypes(registry);
+    RouteTable table;
+    BindingFunctionInfo builtin;
+    builtin.tags = {"$builtin"};
+    builtin.handler = MakeApiHandler([]() -> MaybeType<Failure, std::string> { return std::string("plain"); });
+    table.AddRoute(registry, HostMethodAny, "/help", builtin);
+    table.AddRoute(registry, HostMethodAny, "/other", builtin);
+    const auto serve = [&](const BindingTypeRegistry* with, const char* path, tav::test::TestResponse& response) {
+        tav::test::TestRequest request = tav::test::Request(HostMethodGet, path);
+        const HostRequest record = request.Record();
+        Dispatch(with, response.record, record, table.Routes());
+    };
+    tav::test::TestResponse help;
+    serve(&registry, "/help", help);
+    EXPECT_EQ(tav::test::Read(help.record.error), nullptr);
+    const BindingProperty answer = HostValueToBinding(help.record.result, "");
     EXPECT_EQ(WriteJson(answer.Member("functions").At(0).Member("name")), R"("Help")");
     EXPECT_EQ(answer.Member("types").Size(), 15u);
     EXPECT_EQ(WriteJson(answer.Member("types").At(0).Member("values")), "[]");
-}
 
-TEST_F(HelpTest, OtherBuiltinsAreUnsupported) {
-    tav::test::TestResponse response;
-    tav::test::TestRequest request = tav::test::Request(HostMethodPost, "/other");
-    const HostRequest record = request.Record();
-    Dispatch(&registry_, response.record, record, table_.Routes());
-    EXPECT_EQ(response.Error(), "Unsupported builtin function");
-    EXPECT_EQ(tav::test::Read(response.record.status), 400u);
-}
+    tav::test::TestResponse other;
+    serve(&registry, "/other", other);
+    EXPECT_EQ(other.Error(), "Unsupported builtin function");
+    EXPECT_EQ(tav::test::Read(other.record.status), 400u);
 
-TEST_F(HelpTest, WithoutARegistryABuiltinRunsItsHandler) {
-    tav::test::TestResponse response;
-    tav::test::TestRequest request = tav::test::Request(HostMethodGet, "/help");
-    const HostRequest record = request.Record();
-    Dispatch(nullptr, response.record, record, table_.Routes());
-    EXPECT_EQ(response.Json(), R"("plain")");
+    tav::test::TestResponse withoutRegistry;
+    serve(nullptr, "/help", withoutRegistry);
+    EXPECT_EQ(withoutRegistry.Json(), R"("plain")");
 }
 
 }  // namespace

@@ -135,12 +135,6 @@ void ApiTestModule::RegisterRoutesAndTypes() {
         response.producer = std::make_unique<DigitsProducer>();
         return response;
     });
-    // Two templates that differ only in the parameter's name, and literal routes on either side of a template.
-    AddRoute(HostMethodGet, "/tie/{a}", [](std::string a) { return EchoText("a=" + a); }).AddPathArgument("a", "");
-    AddRoute(HostMethodGet, "/tie/{b}", [](std::string b) { return EchoText("b=" + b); }).AddPathArgument("b", "");
-    AddRoute(HostMethodGet, "/tie/literal", []() { return EchoText("literal after"); });
-    AddRoute(HostMethodGet, "/tie2/literal", []() { return EchoText("literal before"); });
-    AddRoute(HostMethodGet, "/tie2/{x}", [](std::string x) { return EchoText("x=" + x); }).AddPathArgument("x", "");
 }
 
 void ApiTestModule::LoadForTest() {
@@ -153,11 +147,6 @@ TestRequest Request(std::uint32_t method, std::string path) {
     TestRequest request;
     request.method = method;
     request.path = std::move(path);
-    return request;
-}
-
-TestRequest WithHeaders(TestRequest request, std::vector<std::pair<std::string, std::string>> headers) {
-    request.headers = std::move(headers);
     return request;
 }
 

@@ -68,7 +68,6 @@ struct TestRequest {
 };
 
 TestRequest Request(std::uint32_t method, std::string path);
-TestRequest WithHeaders(TestRequest request, std::vector<std::pair<std::string, std::string>> headers);
 
 // A response that releases itself.
 struct TestResponse {

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -15,27 +16,18 @@ class EndpointTableTest : public ::testing::Test {
     void SetUp() override { module_.LoadForTest(); }
 
     // The endpoint record of a function, found by walking the chain as a C host does.
-    const HostEndpointRecord* Endpoint(const char* functionName) const {
-        for (const HostEndpointRecord* record = module_.ApiTable().endpoints; record != nullptr;
-             record = record->next) {
-            if (std::strcmp(record->functionName, functionName) == 0) {
-                return record;
-            }
+    const HostEndpointRecord& Endpoint(const char* functionName) const {
+        const HostEndpointRecord* record = module_.ApiTable().endpoints;
+        while (record != nullptr && std::strcmp(record->functionName, functionName) != 0) {
+            record = record->next;
         }
-        return nullptr;
-    }
-
-    const HostTypeRecord* Type(const char* name) const {
-        for (const HostTypeRecord* record = module_.ApiTable().types; record != nullptr; record = record->next) {
-            if (std::strcmp(record->name, name) == 0) {
-                return record;
-            }
-        }
-        return nullptr;
+        EXPECT_NE(record, nullptr) << functionName;
+        return record != nullptr ? *record : *module_.ApiTable().endpoints;
     }
 
     // Calls the endpoint's entry as the host does, with the endpoint's context.
-    void Call(const HostEndpointRecord& endpoint, TestRequest request, TestResponse& response) {
+    void Call(const char* functionName, TestRequest request, TestResponse& response) {
+        const HostEndpointRecord& endpoint = Endpoint(functionName);
         request.endpointContext = endpoint.context;
         const HostRequest record = request.Record();
         endpoint.entry(&response.record, &record);
@@ -50,6 +42,24 @@ void ExpectChained(const Record* first, std::uint32_t count) {
         SCOPED_TRACE(index);
         EXPECT_EQ(Read(first[index].next), index + 1 < count ? &first[index + 1] : nullptr);
     }
+    if (count == 0) {
+        EXPECT_EQ(first, nullptr);
+    }
+}
+
+// Method, template and function; the result's kinds and type; each argument's
+// kinds, type, optional mark and location.
+std::string Describe(const HostEndpointRecord& endpoint) {
+    std::ostringstream out;
+    out << endpoint.method << ' ' << endpoint.pathTemplate << ' ' << endpoint.functionName << " -> "
+        << endpoint.resultKind << '/' << endpoint.resultElementKind << ' ' << endpoint.resultTypeName;
+    const HostLocationRecord* location = endpoint.locations;
+    for (const HostArgumentRecord* argument = endpoint.arguments; argument != nullptr; argument = argument->next) {
+        out << ", " << argument->name << ' ' << argument->kind << '/' << argument->elementKind << ' '
+            << argument->typeName << (argument->optional != 0 ? "?" : "") << '@' << location->location;
+        location = location->next;
+    }
+    return out.str();
 }
 
 TEST_F(EndpointTableTest, EveryArrayIsContiguousAndChained) {
@@ -70,6 +80,12 @@ TEST_F(EndpointTableTest, EveryArrayIsContiguousAndChained) {
         EXPECT_EQ(Read(endpoint->flag), 0);
         EXPECT_EQ(Read(endpoint->textLists), nullptr);
         EXPECT_EQ(Read(endpoint->textListCount), 0u);
+        EXPECT_STREQ(endpoint->methodName, "");
+        EXPECT_STREQ(endpoint->asyncResultTypeName, "");
+        EXPECT_STREQ(endpoint->nameSpace, "TavApitest");
+        ASSERT_EQ(Read(endpoint->tagCount), 2u);
+        EXPECT_STREQ(endpoint->tags[0], "Plugins");
+        EXPECT_STREQ(endpoint->tags[1], "Plugin tav-apitest");
     }
     for (const HostTypeRecord* type = table.types; type != nullptr; type = type->next) {
         SCOPED_TRACE(type->name);
@@ -81,55 +97,39 @@ TEST_F(EndpointTableTest, EveryArrayIsContiguousAndChained) {
     }
 }
 
-TEST_F(EndpointTableTest, DescribesARouteWithItsFunctionArgumentsAndResult) {
-    const HostEndpointRecord* endpoint = Endpoint("GetTavLeaguesV1SummonerLeaguesBySummonerId");
-    ASSERT_NE(endpoint, nullptr);
-    EXPECT_STREQ(endpoint->pathTemplate, "/tav-leagues/v1/summoner-leagues/{summonerId}");
-    EXPECT_EQ(Read(endpoint->method), static_cast<std::uint32_t>(HostMethodGet));
-    EXPECT_STREQ(endpoint->methodName, "");
-    EXPECT_STREQ(endpoint->nameSpace, "TavApitest");
-    ASSERT_EQ(Read(endpoint->tagCount), 2u);
-    EXPECT_STREQ(endpoint->tags[0], "Plugins");
-    EXPECT_STREQ(endpoint->tags[1], "Plugin tav-apitest");
-    EXPECT_EQ(Read(endpoint->resultKind), 15u);
-    EXPECT_EQ(Read(endpoint->resultElementKind), 17u);
-    EXPECT_STREQ(endpoint->resultTypeName, "TestLeague");
-    EXPECT_STREQ(endpoint->asyncResultTypeName, "");
-    ASSERT_EQ(Read(endpoint->argumentCount), 1u);
-    EXPECT_STREQ(endpoint->arguments->name, "summonerId");
-    EXPECT_STREQ(endpoint->arguments->description, "The player");
-    EXPECT_EQ(Read(endpoint->arguments->kind), 9u);
-    EXPECT_EQ(Read(endpoint->arguments->elementKind), 0u);
-    EXPECT_STREQ(endpoint->arguments->typeName, "");
-    EXPECT_EQ(Read(endpoint->arguments->optional), 0);
-    EXPECT_EQ(Read(endpoint->locations->location), 2u);
-
-    const HostEndpointRecord* tiers = Endpoint("GetTavLeaguesV2Tiers");
-    ASSERT_NE(tiers, nullptr);
-    EXPECT_STREQ(tiers->pathTemplate, "/tav-leagues/v2/tiers");
-    ASSERT_EQ(Read(tiers->argumentCount), 2u);
-    EXPECT_EQ(Read(tiers->arguments[0].kind), 15u);
-    EXPECT_EQ(Read(tiers->arguments[0].elementKind), 9u);
-    EXPECT_EQ(Read(tiers->arguments[1].kind), 1u);
-    EXPECT_EQ(Read(tiers->locations[0].location), 1u);
-    EXPECT_EQ(Read(tiers->locations[1].location), 1u);
-
-    const HostEndpointRecord* acknowledge = Endpoint("PostTavLeaguesV2NotificationsByIdAcknowledge");
-    ASSERT_NE(acknowledge, nullptr);
-    EXPECT_EQ(Read(acknowledge->resultKind), 0u);
-    EXPECT_STREQ(acknowledge->resultTypeName, "");
-}
-
-TEST_F(EndpointTableTest, AFunctionWithoutArgumentsHasNoArgumentOrLocationRecords) {
-    const HostEndpointRecord* endpoint = Endpoint("GetTieLiteral");
-    ASSERT_NE(endpoint, nullptr);
-    EXPECT_EQ(Read(endpoint->argumentCount), 0u);
-    EXPECT_EQ(Read(endpoint->arguments), nullptr);
-    EXPECT_EQ(Read(endpoint->locations), nullptr);
+TEST_F(EndpointTableTest, DescribesEachRouteInOrder) {
+    std::vector<std::string> endpoints;
+    for (const HostEndpointRecord* endpoint = module_.ApiTable().endpoints; endpoint != nullptr;
+         endpoint = endpoint->next) {
+        endpoints.push_back(Describe(*endpoint));
+    }
+    EXPECT_EQ(endpoints, (std::vector<std::string>{
+                             "2 /tav-leagues/v1/summoner-leagues/{summonerId} "
+                             "GetTavLeaguesV1SummonerLeaguesBySummonerId -> 15/17 TestLeague, summonerId 9/0 @2",
+                             "2 /tav-leagues/v1/teams/{id} GetTavLeaguesV1TeamsById -> 13/0 , id 12/0 @2",
+                             "6 /tav-leagues/v2/notifications/{id}/acknowledge "
+                             "PostTavLeaguesV2NotificationsByIdAcknowledge -> 0/0 , id 6/0 @2",
+                             "2 /test/name GetTestName -> 12/0 ",
+                             "2 /tav-leagues/v2/tiers GetTavLeaguesV2Tiers -> 13/0 , ids 15/9 @1, verbose 1/0 @1",
+                             "2 /test/files/{+path} GetTestFilesByPath -> 13/0 , path 12/0 @2",
+                             "2 /test/page{#section} GetTestPageBy#section -> 13/0 , section 12/0 @2",
+                             "2 /test/{x}/a.b GetTestByXAB -> 13/0 , x 12/0 @2",
+                             "2 /test/zeros/{count} GetTestZerosByCount -> 15/6 , count 7/0 @2",
+                             "2 /test/number GetTestNumber -> 6/0 , number 6/0 @1",
+                             "2 /test/orphan/{nothing} GetTestOrphanByNothing -> 13/0 ",
+                             "6 /test/echo/{name} PostTestEchoByName -> 13/0 , name 12/0 @2, options 13/0 @0, "
+                             "summonerId 13/0 @4, payload 13/0 @5, flag 1/0 @1",
+                             "2 /test/league GetTestLeague -> 17/0 TestLeague, league 17/0 TestLeague@1",
+                             "2 /test/response GetTestResponse -> 17/0 ",
+                         }));
+    EXPECT_STREQ(Endpoint("GetTavLeaguesV1SummonerLeaguesBySummonerId").arguments->description, "The player");
 }
 
 TEST_F(EndpointTableTest, DescribesStructuresByFieldsAndEnumerationsByEnumerators) {
-    const HostTypeRecord* league = Type("TestLeague");
+    const HostTypeRecord* league = module_.ApiTable().types;
+    while (league != nullptr && std::strcmp(league->name, "TestLeague") != 0) {
+        league = league->next;
+    }
     ASSERT_NE(league, nullptr);
     EXPECT_EQ(Read(league->size), sizeof(TestLeague));
     EXPECT_EQ(Read(league->enumerators), nullptr);
@@ -140,8 +140,9 @@ TEST_F(EndpointTableTest, DescribesStructuresByFieldsAndEnumerationsByEnumerator
     EXPECT_STREQ(league->fields[2].typeName, "TestTier");
     EXPECT_EQ(Read(league->fields[2].kind), 16u);
 
-    const HostTypeRecord* tier = Type("TestTier");
+    const HostTypeRecord* tier = league->next;
     ASSERT_NE(tier, nullptr);
+    EXPECT_STREQ(tier->name, "TestTier");
     EXPECT_EQ(Read(tier->fields), nullptr);
     ASSERT_EQ(Read(tier->count), 2u);
     EXPECT_STREQ(tier->enumerators[0].name, "GOLD");
@@ -156,34 +157,29 @@ TEST_F(EndpointTableTest, DescribesStructuresByFieldsAndEnumerationsByEnumerator
     EXPECT_STREQ(event.tags[0], "$builtin");
 }
 
-TEST_F(EndpointTableTest, TheEntryDispatchesTheEndpointsOwnRoute) {
-    const HostEndpointRecord* endpoint = Endpoint("GetTavLeaguesV1TeamsById");
-    ASSERT_NE(endpoint, nullptr);
+TEST_F(EndpointTableTest, TheEntryDispatchesOnlyTheEndpointsOwnRoute) {
     TestResponse response;
-    Call(*endpoint, Request(HostMethodGet, "/tav-leagues/v1/teams/T1"), response);
+    Call("GetTavLeaguesV1TeamsById", Request(HostMethodGet, "/tav-leagues/v1/teams/T1"), response);
     EXPECT_EQ(response.Json(), R"("team T1")");
 
-    // Another route's path does not reach that route's handler through this endpoint.
     TestResponse other;
-    Call(*endpoint, Request(HostMethodGet, "/test/files/x"), other);
+    Call("GetTavLeaguesV1TeamsById", Request(HostMethodGet, "/test/files/x"), other);
     EXPECT_EQ(other.Error(), "Invalid function");
     EXPECT_EQ(Read(other.record.status), 404u);
-}
 
-TEST_F(EndpointTableTest, TheEntryAnswersARequestWithoutContext) {
-    TestResponse response;
+    TestResponse withoutContext;
     const HostRequest request{};
-    wex::EndpointEntry(&response.record, &request);
-    EXPECT_EQ(response.Error(), "Invalid function");
-    EXPECT_EQ(Read(response.record.status), 404u);
+    wex::EndpointEntry(&withoutContext.record, &request);
+    EXPECT_EQ(withoutContext.Error(), "Invalid function");
+    EXPECT_EQ(Read(withoutContext.record.status), 404u);
     wex::EndpointEntry(nullptr, &request);
 }
 
 TEST_F(EndpointTableTest, AWholeResponseCarriesStatusHeadersTextAndStream) {
-    const HostEndpointRecord* endpoint = Endpoint("GetTestResponse");
-    ASSERT_NE(endpoint, nullptr);
+    TestRequest request = Request(HostMethodGet, "/test/response");
+    request.headers = {{"probe", "seen"}};
     TestResponse response;
-    Call(*endpoint, WithHeaders(Request(HostMethodGet, "/test/response"), {{"probe", "seen"}}), response);
+    Call("GetTestResponse", request, response);
     const HostResponse& record = response.record;
     EXPECT_EQ(Read(record.error), nullptr);
     EXPECT_EQ(Read(record.status), 201u);

@@ -27,6 +27,10 @@ class RouteTableTest : public ::testing::Test {
         return match ? match->route->function->tags.front() : "none";
     }
 
+    void Add(const char* pathTemplate, const char* tag) {
+        table_.AddRoute(registry_, HostMethodGet, pathTemplate, FunctionOf(tag));
+    }
+
     BindingTypeRegistry registry_;
     RouteTable table_;
 };
@@ -34,6 +38,9 @@ class RouteTableTest : public ::testing::Test {
 TEST_F(RouteTableTest, TheFirstRegistrationOfAFunctionNameKeepsItsDescription) {
     table_.AddRoute(registry_, HostMethodGet, "/items/{id}", FunctionOf("first")).AddPathArgument("id", "Item");
     table_.AddRoute(registry_, HostMethodGet, "/items/{id}/", FunctionOf("second")).AddQueryArgument("other", "X");
+    table_.AddRoute(registry_, HostMethodGet, "/x", FunctionOf("x"))
+        .AddQueryArgument("value", "")
+        .AddArgument("extra", "", ArgumentLocationHeader);
     const BindingFunctionInfo* function = registry_.FindFunction("GetItemsById");
     ASSERT_NE(function, nullptr);
     EXPECT_EQ(function->tags.front(), "first");
@@ -42,18 +49,12 @@ TEST_F(RouteTableTest, TheFirstRegistrationOfAFunctionNameKeepsItsDescription) {
     EXPECT_EQ(function->arguments[0].description, "Item");
     EXPECT_EQ(function->arguments[0].type.kind, BindingTypeKind::String);
     const RouteList routes = table_.Routes();
-    ASSERT_EQ(routes.size(), 2u);
+    ASSERT_EQ(routes.size(), 3u);
     EXPECT_EQ(routes[0]->argumentLocations, std::vector<std::int32_t>{ArgumentLocationPath});
     EXPECT_EQ(routes[1]->argumentLocations, std::vector<std::int32_t>{ArgumentLocationAnywhere});
     EXPECT_EQ(routes[1]->function, function);
-}
-
-TEST_F(RouteTableTest, ArgumentsNamedBeyondTheHandlersGrowTheLocations) {
-    table_.AddRoute(registry_, HostMethodGet, "/x", FunctionOf("x"))
-        .AddQueryArgument("value", "")
-        .AddArgument("extra", "", ArgumentLocationHeader);
-    EXPECT_EQ(table_.Routes()[0]->argumentLocations,
-              (std::vector<std::int32_t>{ArgumentLocationQuery, ArgumentLocationHeader}));
+    // Arguments named beyond the handler's grow the locations.
+    EXPECT_EQ(routes[2]->argumentLocations, (std::vector<std::int32_t>{ArgumentLocationQuery, ArgumentLocationHeader}));
     EXPECT_EQ(registry_.FindFunction("GetX")->arguments.size(), 2u);
 }
 
@@ -72,10 +73,10 @@ TEST_F(RouteTableTest, TheMethodMustMatchAndNamesMatterForOtherMethods) {
 }
 
 TEST_F(RouteTableTest, PathsMatchWholeAndLiterallyOutsideParameters) {
-    table_.AddRoute(registry_, HostMethodGet, "/tav-leagues/v1/teams/{id}", FunctionOf("team"));
-    table_.AddRoute(registry_, HostMethodGet, "/files/{+path}", FunctionOf("files"));
-    table_.AddRoute(registry_, HostMethodGet, "/doc{#part}", FunctionOf("doc"));
-    table_.AddRoute(registry_, HostMethodGet, "/tav-leagues/v2/tiers/", FunctionOf("tiers"));
+    Add("/tav-leagues/v1/teams/{id}", "team");
+    Add("/files/{+path}", "files");
+    Add("/doc{#part}", "doc");
+    Add("/tav-leagues/v2/tiers/", "tiers");
     const std::pair<const char*, const char*> cases[] = {
         {"/tav-leagues/v1/teams/TEAM-1", "team"},
         {"/tav-leagues/v1/teams/", "team"},
@@ -101,43 +102,36 @@ TEST_F(RouteTableTest, PathsMatchWholeAndLiterallyOutsideParameters) {
 }
 
 TEST_F(RouteTableTest, TiesGoToTheShorterCaptureThenTheEarlierRoute) {
-    table_.AddRoute(registry_, HostMethodGet, "/{a}/{b}", FunctionOf("two"));
-    table_.AddRoute(registry_, HostMethodGet, "/p/{rest}", FunctionOf("prefixed"));
-    table_.AddRoute(registry_, HostMethodGet, "/p/{other}", FunctionOf("same"));
-    EXPECT_EQ(Served(HostMethodGet, "/p/q"), "prefixed");  // 1 character captured against 2
-    EXPECT_EQ(Served(HostMethodGet, "/x/q"), "two");
-
-    // A literal route registered first is never replaced: it has no parameters.
-    RouteTable literalFirst;
-    literalFirst.AddRoute(registry_, HostMethodGet, "/l/fixed", FunctionOf("literal"));
-    literalFirst.AddRoute(registry_, HostMethodGet, "/l/{x}", FunctionOf("template"));
-    EXPECT_EQ(MatchRoute(literalFirst.Routes(), HostMethodGet, "", "/l/fixed")->route->function->tags.front(),
-              "literal");
-    EXPECT_EQ(MatchRoute(literalFirst.Routes(), HostMethodGet, "", "/l/")->route->function->tags.front(), "template");
-}
-
-TEST(DeriveFunctionName, FollowsMethodAndTemplate) {
-    struct Case {
-        const char* method;
-        const char* pathTemplate;
-        const char* expected;
+    Add("/{a}/{b}", "two");
+    Add("/p/{rest}", "prefixed");
+    Add("/p/{other}", "same");
+    Add("/t/{x}", "template");
+    Add("/t/fixed", "literal after");
+    Add("/l/fixed", "literal before");
+    Add("/l/{x}", "template after");
+    const std::pair<const char*, const char*> cases[] = {
+        {"/p/q", "prefixed"},  // 1 character captured against 2
+        {"/x/q", "two"},           {"/t/fixed", "literal after"},
+        {"/t/other", "template"},  {"/l/fixed", "literal before"},
+        {"/l/", "template after"},
     };
-    const Case cases[] = {
-        {"GET", "/tav-leagues/v1/summoner-leagues/{summonerId}", "GetTavLeaguesV1SummonerLeaguesBySummonerId"},
-        {"POST", "/tav-leagues/v2/notifications/{id}/acknowledge", "PostTavLeaguesV2NotificationsByIdAcknowledge"},
-        {"DELETE", "/a_b.c!d+e", "DeleteABCDE"},
-        {"GET", "/tav-leagues/v2/tiers/", "GetTavLeaguesV2Tiers"},
-        {"GET", "/x/{+rest}", "GetXByRest"},
-        {"", "/tav-leagues/v1/teams/{id}", "TavLeaguesV1TeamsById"},
-        {"get", "/x", "GetX"},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.pathTemplate);
-        EXPECT_EQ(DeriveFunctionName(c.method, c.pathTemplate), c.expected);
+    for (const auto& [path, tag] : cases) {
+        SCOPED_TRACE(path);
+        EXPECT_EQ(Served(HostMethodGet, path), tag);
     }
 }
 
-TEST(MakeIdentifier, TurnsTheShortNameIntoTheTypeNamespace) {
+// The endpoint table's descriptions hold the names of the usual templates.
+TEST(DeriveFunctionName, FollowsMethodAndTemplate) {
+    const std::tuple<const char*, const char*, const char*> cases[] = {
+        {"DELETE", "/a_b.c!d+e", "DeleteABCDE"},
+        {"", "/tav-leagues/v1/teams/{id}", "TavLeaguesV1TeamsById"},
+        {"get", "/x", "GetX"},
+    };
+    for (const auto& [method, pathTemplate, expected] : cases) {
+        SCOPED_TRACE(pathTemplate);
+        EXPECT_EQ(DeriveFunctionName(method, pathTemplate), expected);
+    }
     EXPECT_EQ(MakeIdentifier("tav-leagues"), "TavLeagues");
     EXPECT_EQ(MakeIdentifier(""), "");
     EXPECT_EQ(MakeIdentifier("--"), "");

@@ -42,23 +42,15 @@ class WatchedStateTest : public ::testing::Test {
 };
 
 TEST_F(WatchedStateTest, StartsWithNobodyLoggedInAndEverySwitchOff) {
-    EXPECT_FALSE(state().loggedIn);
-    EXPECT_EQ(state().summonerId, 0u);
-    EXPECT_EQ(state().accountId, 0u);
-    EXPECT_FALSE(state().seasonRewardConfigReceived);
-    EXPECT_FALSE(state().leagueServiceEnabled);
-    EXPECT_FALSE(state().jwtEnabled);
+    EXPECT_FALSE(state().loggedIn || state().seasonRewardConfigReceived || state().leagueServiceEnabled ||
+                 state().jwtEnabled || module().Signed().RevalidationArmed());
+    EXPECT_EQ(state().summonerId + state().accountId, 0u);
     EXPECT_TRUE(module().Signed().Cached().summonerLeagues.empty());
     EXPECT_EQ(state().gameflowPhase, Api::GameflowPhase::None);
-    EXPECT_FALSE(module().Signed().RevalidationArmed());
 }
 
 TEST_F(WatchedStateTest, OnlyACompleteSuccessfulSessionLogsIn) {
-    struct Row {
-        Api::LoginSession session;
-        bool loggedIn;
-    };
-    const Row rows[] = {
+    const std::pair<Api::LoginSession, bool> rows[] = {
         {Session(LoginSessionStates::SUCCEEDED, 12, 34), true},
         {Session(LoginSessionStates::SUCCEEDED, 12, 0), false},
         {Session(LoginSessionStates::SUCCEEDED, 0, 34), false},
@@ -66,65 +58,50 @@ TEST_F(WatchedStateTest, OnlyACompleteSuccessfulSessionLogsIn) {
         {Session(LoginSessionStates::LOGGING_OUT, 12, 34), false},
         {Session(LoginSessionStates::ERROR, 12, 34), false},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(static_cast<int>(row.session.state) * 10000 + row.session.summonerId * 100 +
-                     row.session.accountId);
+    for (const auto& [session, loggedIn] : rows) {
+        SCOPED_TRACE(static_cast<int>(session.state) * 10000 + session.summonerId * 100 + session.accountId);
         test::LoadedModule fresh;
-        fresh.Module().OnLoginSession(kUpdate, row.session);
+        fresh.Module().OnLoginSession(kUpdate, session);
         const PlayerSession& after = fresh.Module().Session();
-        EXPECT_EQ(after.loggedIn, row.loggedIn);
-        EXPECT_EQ(after.summonerId, row.loggedIn ? 12u : 0u);
-        EXPECT_EQ(after.accountId, row.loggedIn ? 34u : 0u);
+        EXPECT_EQ(after.loggedIn, loggedIn);
+        EXPECT_EQ(after.summonerId, loggedIn ? 12u : 0u);
+        EXPECT_EQ(after.accountId, loggedIn ? 34u : 0u);
     }
 }
 
-TEST_F(WatchedStateTest, OnlyTheFirstSeasonRewardConfigCountsAndAFirstDeleteLeavesTheFlagOff) {
-    struct Row {
-        const char* name;
-        PluginResourceEventType firstEvent;
-        bool firstFlag;
-        bool warningEnabled;
-    };
-    const Row rows[] = {
-        {"first on", kUpdate, true, true},
-        {"first off", kCreate, false, false},
-        {"first deleted, as a default record", kDelete, false, false},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
+// The first record counts, a deleted one arriving as a default record; later ones change nothing.
+TEST_F(WatchedStateTest, OnlyTheFirstSeasonRewardConfigCounts) {
+    const std::tuple<PluginResourceEventType, bool, bool> rows[] = {
+        {kUpdate, true, true}, {kCreate, false, false}, {kDelete, false, false}};
+    for (const auto& [firstEvent, firstFlag, warningEnabled] : rows) {
+        SCOPED_TRACE(static_cast<int>(firstEvent));
         test::LoadedModule fresh;
-        fresh.Module().OnSeasonRewardConfig(row.firstEvent, Api::SeasonRewardConfig{row.firstFlag});
-        fresh.Module().OnSeasonRewardConfig(kUpdate, Api::SeasonRewardConfig{!row.warningEnabled});
+        fresh.Module().OnSeasonRewardConfig(firstEvent, Api::SeasonRewardConfig{firstFlag});
+        fresh.Module().OnSeasonRewardConfig(kUpdate, Api::SeasonRewardConfig{!warningEnabled});
         EXPECT_TRUE(fresh.Module().Session().seasonRewardConfigReceived);
-        EXPECT_EQ(fresh.Module().Notifications().QualificationWarningEnabled(), row.warningEnabled);
+        EXPECT_EQ(fresh.Module().Notifications().QualificationWarningEnabled(), warningEnabled);
     }
 }
 
 TEST_F(WatchedStateTest, TheSwitchesFollowTheirValuesAndADeleteTurnsThemOff) {
     using Handler = void (LeaguesModule::*)(PluginResourceEventType, const wex::BindingProperty&);
-    struct Switch {
-        const char* name;
-        Handler handler;
-        bool PlayerSession::*member;
+    const std::pair<Handler, bool PlayerSession::*> switches[] = {
+        {&LeaguesModule::OnLeagueServiceEnabled, &PlayerSession::leagueServiceEnabled},
+        {&LeaguesModule::OnJwtEnabled, &PlayerSession::jwtEnabled},
     };
-    const Switch switches[] = {
-        {"leagueServiceEnabled", &LeaguesModule::OnLeagueServiceEnabled, &PlayerSession::leagueServiceEnabled},
-        {"JWTEnabled", &LeaguesModule::OnJwtEnabled, &PlayerSession::jwtEnabled},
-    };
-    for (const Switch& item : switches) {
-        SCOPED_TRACE(item.name);
-        (module().*item.handler)(kCreate, Bool(true));
-        EXPECT_TRUE(state().*item.member);
-        (module().*item.handler)(kUpdate, Bool(false));
-        EXPECT_FALSE(state().*item.member);
-        (module().*item.handler)(kUpdate, Bool(true));
-        (module().*item.handler)(kDelete, Bool(true));
-        EXPECT_FALSE(state().*item.member);
+    for (const auto& [handler, member] : switches) {
+        SCOPED_TRACE(member == &PlayerSession::jwtEnabled ? "JWTEnabled" : "leagueServiceEnabled");
+        (module().*handler)(kCreate, Bool(true));
+        EXPECT_TRUE(state().*member);
+        (module().*handler)(kUpdate, Bool(false));
+        EXPECT_FALSE(state().*member);
+        (module().*handler)(kUpdate, Bool(true));
+        (module().*handler)(kDelete, Bool(true));
+        EXPECT_FALSE(state().*member);
     }
 }
 
 using Api::GameflowPhase;
-using wex::PluginResourceEventType;
 
 Api::GameflowSession Session(GameflowPhase phase, std::optional<std::string> queueType) {
     Api::GameflowSession session;
@@ -135,71 +112,47 @@ Api::GameflowSession Session(GameflowPhase phase, std::optional<std::string> que
     return session;
 }
 
-class GameflowChangeTest : public ::testing::Test {
-  protected:
-    GameflowChange Read(GameflowPhase previous, PluginResourceEventType eventType,
-                        const Api::GameflowSession& session) const {
-        return ReadGameflowChange(previous, eventType, session, loaded.Registry());
-    }
-
-    test::LoadedModule loaded;
-};
-
-TEST_F(GameflowChangeTest, QueueTypesAreReadAsTheServerQueues) {
-    struct Row {
+// Queue types are read as the server's ranked queues; entering champion select
+// in one hands off the signed standing; a deleted session ends the game
+// whatever it carried.
+TEST(GameflowChange, FollowsThePhaseAndTheQueue) {
+    using Phase = GameflowPhase;
+    using Queue = LCDS::QueueType;
+    const struct {
+        Phase previous;
+        PluginResourceEventType event;
+        Phase phase;
         std::optional<std::string> type;
-        std::optional<LCDS::QueueType> queue;
-    };
-    const Row rows[] = {
-        {"RANKED_SOLO_5x5", LCDS::QueueType::RANKED_SOLO_5x5},
-        {"RANKED_FLEX_SR", LCDS::QueueType::RANKED_FLEX_SR},
-        {"RANKED_FLEX_TT", LCDS::QueueType::RANKED_FLEX_TT},
-        {"ranked_flex_sr", std::nullopt},
-        {"NORMAL_5x5", std::nullopt},
-        {"", std::nullopt},
-        {std::nullopt, std::nullopt},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.type.value_or("(missing)"));
-        const GameflowChange change =
-            Read(GameflowPhase::Lobby, PluginResourceEventType::Create, Session(GameflowPhase::Lobby, row.type));
-        EXPECT_EQ(change.phase, GameflowPhase::Lobby);
-        EXPECT_EQ(change.queue, row.queue);
-        EXPECT_TRUE(change.notificationsAllowed);
-    }
-}
-
-TEST_F(GameflowChangeTest, EnteringChampSelectInARankedQueueHandsOffTheSignedStanding) {
-    struct Row {
-        GameflowPhase previous;
-        GameflowPhase phase;
-        std::optional<std::string> type;
+        std::optional<Queue> queue;
         bool handsOff;
+    } rows[] = {
+        {Phase::Lobby, kCreate, Phase::Lobby, "RANKED_SOLO_5x5", Queue::RANKED_SOLO_5x5, false},
+        {Phase::Lobby, kCreate, Phase::Lobby, "RANKED_FLEX_SR", Queue::RANKED_FLEX_SR, false},
+        {Phase::Lobby, kCreate, Phase::Lobby, "RANKED_FLEX_TT", Queue::RANKED_FLEX_TT, false},
+        {Phase::Lobby, kCreate, Phase::Lobby, "ranked_flex_sr", std::nullopt, false},
+        {Phase::Lobby, kCreate, Phase::Lobby, "NORMAL_5x5", std::nullopt, false},
+        {Phase::Lobby, kCreate, Phase::Lobby, "", std::nullopt, false},
+        {Phase::Lobby, kCreate, Phase::Lobby, std::nullopt, std::nullopt, false},
+        {Phase::Lobby, kUpdate, Phase::ChampSelect, "RANKED_FLEX_SR", Queue::RANKED_FLEX_SR, true},
+        {Phase::ReadyCheck, kUpdate, Phase::ChampSelect, "RANKED_SOLO_5x5", Queue::RANKED_SOLO_5x5, true},
+        {Phase::ChampSelect, kUpdate, Phase::ChampSelect, "RANKED_FLEX_SR", Queue::RANKED_FLEX_SR, false},
+        {Phase::Lobby, kUpdate, Phase::ReadyCheck, "RANKED_FLEX_SR", Queue::RANKED_FLEX_SR, false},
+        {Phase::ChampSelect, kUpdate, Phase::GameStart, "RANKED_FLEX_SR", Queue::RANKED_FLEX_SR, false},
+        {Phase::Lobby, kUpdate, Phase::ChampSelect, "ARAM_UNRANKED_5x5", std::nullopt, false},
+        {Phase::Lobby, kUpdate, Phase::ChampSelect, std::nullopt, std::nullopt, false},
+        {Phase::ChampSelect, kDelete, Phase::None, "RANKED_SOLO_5x5", std::nullopt, false},
     };
-    const Row rows[] = {
-        {GameflowPhase::Lobby, GameflowPhase::ChampSelect, "RANKED_FLEX_SR", true},
-        {GameflowPhase::ReadyCheck, GameflowPhase::ChampSelect, "RANKED_SOLO_5x5", true},
-        {GameflowPhase::ChampSelect, GameflowPhase::ChampSelect, "RANKED_FLEX_SR", false},
-        {GameflowPhase::Lobby, GameflowPhase::ReadyCheck, "RANKED_FLEX_SR", false},
-        {GameflowPhase::ChampSelect, GameflowPhase::GameStart, "RANKED_FLEX_SR", false},
-        {GameflowPhase::Lobby, GameflowPhase::ChampSelect, "ARAM_UNRANKED_5x5", false},
-        {GameflowPhase::Lobby, GameflowPhase::ChampSelect, std::nullopt, false},
-    };
-    for (const Row& row : rows) {
+    const test::LoadedModule loaded;
+    for (const auto& row : rows) {
         SCOPED_TRACE(static_cast<int>(row.previous) * 100 + static_cast<int>(row.phase));
-        const GameflowChange change = Read(row.previous, PluginResourceEventType::Update, Session(row.phase, row.type));
+        const Phase sent = row.event == kDelete ? row.previous : row.phase;
+        const GameflowChange change =
+            ReadGameflowChange(row.previous, row.event, Session(sent, row.type), loaded.Registry());
+        EXPECT_EQ(change.phase, row.phase);
+        EXPECT_EQ(change.queue, row.queue);
         EXPECT_EQ(change.handsOffSignedLeagues, row.handsOff);
-        EXPECT_FALSE(change.notificationsAllowed);
+        EXPECT_EQ(change.notificationsAllowed, row.phase == Phase::Lobby || row.phase == Phase::None);
     }
-}
-
-TEST_F(GameflowChangeTest, ADeletedSessionEndsTheGameWhateverItCarried) {
-    const GameflowChange change = Read(GameflowPhase::ChampSelect, PluginResourceEventType::Delete,
-                                       Session(GameflowPhase::ChampSelect, "RANKED_SOLO_5x5"));
-    EXPECT_EQ(change.phase, GameflowPhase::None);
-    EXPECT_EQ(change.queue, std::nullopt);
-    EXPECT_TRUE(change.notificationsAllowed);
-    EXPECT_FALSE(change.handsOffSignedLeagues);
 }
 
 }  // namespace

@@ -12,74 +12,45 @@
 namespace wex {
 namespace {
 
-// "name: kind type" per field, or "name = value" per enumerator in name order.
-std::vector<std::string> Members(const BindingTypeInfo& type) {
-    std::vector<std::string> members;
-    for (const BindingFieldInfo& field : type.fields) {
-        members.push_back(field.name + ": " + std::string(BindingTypeKindName(field.type.kind)));
-    }
-    for (const auto& [name, value] : type.enumValues) {
-        members.push_back(name + " = " + std::to_string(value.value));
-    }
-    return members;
-}
-
+// Their fields and enumerators are in the reviewed type text of tests/leagues;
+// the identities and event payloads are not.
 TEST(RegisterFrameworkTypes, RegistersTheSharedRecordsUnderTheirFixedIdentities) {
     BindingTypeRegistry registry;
     RegisterFrameworkTypes(registry);
-    const struct {
-        std::uint32_t identity;
-        const char* name;
-        std::vector<std::string> members;
-    } rows[] = {
-        {0xF4E3B901, "PluginManagerState", {"NotReady = 0", "PluginsInitialized = 1"}},
-        {0xFA58397C, "PluginManagerResource", {"state: enum"}},
-        {0xDC24D2AD, "PluginResourceEventType", {"Create = 0", "Delete = 2", "Update = 1"}},
-        {0xA54F35FD, "PluginResourceEvent", {"uri: string", "eventType: enum", "data: object"}},
-        {0x739F2EF4, "PluginLcdsEvent", {"clientId: string", "subtopic: string", "typeName: string", "body: object"}},
-        {0xF4476A4F, "PluginLcdsResponse", {"typeName: string", "body: object"}},
-        {0x2C5E7588,
-         "PluginServiceProxyResponse",
-         {"uuid: string", "serviceName: string", "methodName: string", "payload: string", "status: string",
-          "error: string"}},
+    const std::pair<std::uint32_t, const char*> types[] = {
+        {0xF4E3B901, "PluginManagerState"},
+        {0xFA58397C, "PluginManagerResource"},
+        {0xDC24D2AD, "PluginResourceEventType"},
+        {0xA54F35FD, "PluginResourceEvent"},
+        {0x739F2EF4, "PluginLcdsEvent"},
+        {0xF4476A4F, "PluginLcdsResponse"},
+        {0x2C5E7588, "PluginServiceProxyResponse"},
     };
-    EXPECT_EQ(registry.Types().size(), std::size(rows));
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        const BindingTypeInfo* type = registry.FindType(row.identity);
+    EXPECT_EQ(registry.Types().size(), std::size(types));
+    for (const auto& [identity, name] : types) {
+        SCOPED_TRACE(name);
+        const BindingTypeInfo* type = registry.FindType(identity);
         ASSERT_NE(type, nullptr);
-        EXPECT_EQ(type->name, row.name);
+        EXPECT_EQ(type->name, name);
         EXPECT_EQ(type->nameSpace, "hclient");
-        EXPECT_EQ(Members(*type), row.members);
-        EXPECT_EQ(type->identity->DefaultName(), BindingTypeIdentity::Make(row.identity).DefaultName());
+        EXPECT_EQ(type->identity->DefaultName(), BindingTypeIdentity::Make(identity).DefaultName());
     }
     EXPECT_EQ(BindingTypeIdentity::Of<PluginManagerResource>().DefaultName(), "#FA58397C");
-}
-
-TEST(RegisterFrameworkTypes, RegistersTheFiveEventsWithTheirPayloads) {
-    BindingTypeRegistry registry;
-    RegisterFrameworkTypes(registry);
-    const struct {
-        const char* name;
-        std::uint32_t payload;
-        const char* description;
-    } rows[] = {
-        {"OnJsonApiEvent", 0xA54F35FD, "Fired when a resource is changed."},
-        {"OnLcdsEvent", 0x739F2EF4, "Fired when a message is received over the LCDS connection."},
-        {"OnServiceProxyUuidEvent", 0x2C5E7588, "Fired when a uuid-based service proxy message is received."},
-        {"OnServiceProxyMethodEvent", 0x2C5E7588, "Fired when a method-based service proxy message is received."},
-        {"OnServiceProxyAsyncEvent", 0x2C5E7588, "Fired when an async service proxy message is received."},
+    const std::pair<const char*, std::uint32_t> events[] = {
+        {"OnJsonApiEvent", 0xA54F35FD},           {"OnLcdsEvent", 0x739F2EF4},
+        {"OnServiceProxyUuidEvent", 0x2C5E7588},  {"OnServiceProxyMethodEvent", 0x2C5E7588},
+        {"OnServiceProxyAsyncEvent", 0x2C5E7588},
     };
-    EXPECT_EQ(registry.Events().size(), std::size(rows));
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        const BindingEventInfo* event = registry.FindEvent(row.name);
+    EXPECT_EQ(registry.Events().size(), std::size(events));
+    for (const auto& [name, payload] : events) {
+        SCOPED_TRACE(name);
+        const BindingEventInfo* event = registry.FindEvent(name);
         ASSERT_NE(event, nullptr);
         EXPECT_EQ(event->nameSpace, "hclient");
-        EXPECT_EQ(event->description, row.description);
+        EXPECT_FALSE(event->description.empty());
         EXPECT_EQ(event->payload.kind, BindingTypeKind::Struct);
         ASSERT_NE(event->payload.type, nullptr);
-        EXPECT_EQ(event->payload.type->id, row.payload);
+        EXPECT_EQ(event->payload.type->id, payload);
     }
 }
 
@@ -90,7 +61,7 @@ TEST(RegisterFrameworkTypes, RegisteringAgainChangesNothing) {
     RegisterFrameworkTypes(registry);
     EXPECT_EQ(registry.Types().size(), 7u);
     EXPECT_EQ(registry.Events().size(), 5u);
-    EXPECT_EQ(Members(*registry.FindType("PluginLcdsResponse")), std::vector<std::string>{"body: object"});
+    EXPECT_EQ(registry.FindType("PluginLcdsResponse")->fields.size(), 1u);
 }
 
 // A module whose own registration reuses a framework name: the framework's,
