@@ -72,14 +72,17 @@ TEST(FormatMessage, Placeholders) {
         {"[%-6s|%.2s|%6.2s|%---5s|%4$-4s]", {"ab", "abcdef", "abcdef", "ab"}, "[ab    |ab|    ab|ab   |ab  ]"},
         // Each kind keeps its conversions and replaces the others by its own.
         {"%d %x %c %i %s %f %u", {-3, -1, 'A', 12, 12, 12, -1}, "-3 ffffffff A 12 12 12 4294967295"},
-        {"%d %x %s %c", {std::int64_t{-5'000'000'000}, std::int64_t{-1}, std::int64_t{-5}, std::int64_t{'B'}},
+        {"%d %x %s %c",
+         {std::int64_t{-5'000'000'000}, std::int64_t{-1}, std::int64_t{-5}, std::int64_t{'B'}},
          "-5000000000 ffffffffffffffff -5 B"},
         {"%u %d %X %g %c %u",
-         {~std::uint64_t{0}, ~std::uint64_t{0}, std::uint64_t{0xABCDEF012345}, std::uint64_t{10}, std::uint64_t{'C'}, 7u},
+         {~std::uint64_t{0}, ~std::uint64_t{0}, std::uint64_t{0xABCDEF012345}, std::uint64_t{10}, std::uint64_t{'C'},
+          7u},
          "18446744073709551615 -1 ABCDEF012345 10 C 7"},
         {"%g %a %E %F %d %s %x", {0.5, 1.0, 2.5, 2.5, 2.5, 2.5, 2.5}, "0.5 0x1p+0 2.500000E+00 2.500000 2.5 2.5 2.5"},
-        {"%s %d %7x %s %s [%s]", {"text", "text", "ab", std::string_view("view"), std::string("string"),
-                                  static_cast<const char*>(nullptr)}, "text text      ab view string []"},
+        {"%s %d %7x %s %s [%s]",
+         {"text", "text", "ab", std::string_view("view"), std::string("string"), static_cast<const char*>(nullptr)},
+         "text text      ab view string []"},
         {"%s %d", {Point{1, 2}, Point{3, 4}}, "(1,2) (3,4)"},
     };
     for (const Row& row : rows) {

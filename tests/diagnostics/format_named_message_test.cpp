@@ -14,13 +14,15 @@ std::vector<std::string> Fields(const FieldMap& fields) {
     std::vector<std::string> texts;
     for (const auto& [name, value] : fields) {
         std::string text;
-        std::visit([&text](const auto& v) {
-            if constexpr (std::is_same_v<std::decay_t<decltype(v)>, std::string>) {
-                text = v;
-            } else {
-                text = std::to_string(v);
-            }
-        }, value);
+        std::visit(
+            [&text](const auto& v) {
+                if constexpr (std::is_same_v<std::decay_t<decltype(v)>, std::string>) {
+                    text = v;
+                } else {
+                    text = std::to_string(v);
+                }
+            },
+            value);
         texts.push_back(name + "=" + "biufs"[value.index()] + ":" + text);
     }
     return texts;
@@ -50,10 +52,10 @@ TEST(FormatNamedMessage, EveryKindIsWrittenInItsDefaultFormAndHashAddsTheKindSuf
 
 TEST(FormatNamedMessage, HashKeepsANameThatAlreadyEndsInAKindSuffix) {
     FieldMap fields;
-    FormatNamedMessage("{#a_bool} {#a_int} {#a_long} {#a_float} {#a_str} {#a_time} {#at_timestamp}",
-                       {std::int64_t{3}, std::int64_t{3}, std::int64_t{3}, std::int64_t{3}, std::int64_t{3},
-                        std::int64_t{3}, "x"},
-                       fields);
+    FormatNamedMessage(
+        "{#a_bool} {#a_int} {#a_long} {#a_float} {#a_str} {#a_time} {#at_timestamp}",
+        {std::int64_t{3}, std::int64_t{3}, std::int64_t{3}, std::int64_t{3}, std::int64_t{3}, std::int64_t{3}, "x"},
+        fields);
     EXPECT_EQ(Fields(fields), (std::vector<std::string>{"a_bool=i:3", "a_int=i:3", "a_long=i:3", "a_float=i:3",
                                                         "a_str=i:3", "a_time=i:3", "at_timestamp_str=s:x"}));
 }

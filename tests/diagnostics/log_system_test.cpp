@@ -48,8 +48,7 @@ TEST_F(LogSystemDefaults, DbgAndUncategorisedWarningsGoToStandardErrorAndDebugge
     LogMessage(LogLevel::Warn, LogCategory::Xtr, "dropped");
     LogMessage(LogLevel::Warn, LogCategory::Net, "w");
     LogMessage(LogLevel::Error, LogCategory::Net, "e");
-    const std::string lines =
-        ConsolePrefix() + "  WARN| disk full at 97%\n" + ConsolePrefix() + " ERROR| none\n";
+    const std::string lines = ConsolePrefix() + "  WARN| disk full at 97%\n" + ConsolePrefix() + " ERROR| none\n";
     EXPECT_EQ(standardError.Text(), lines);
     EXPECT_EQ(debugger.Texts(), (Lines{ConsolePrefix() + "  WARN| disk full at 97%\n",
                                        ConsolePrefix() + " ERROR| excluded by standard error only\n",

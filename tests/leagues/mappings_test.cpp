@@ -56,10 +56,10 @@ TEST(ServerTierAndRankMapping, TiersOneToSevenAndDivisionsBelowTheApexTiers) {
         std::uint64_t number;
     };
     const Row rows[] = {
-        {0, LeagueTier::GOLD, LeagueRank::I, 1},      {4, LeagueTier::BRONZE, LeagueRank::V, 5},
-        {3, LeagueTier::DIAMOND, LeagueRank::IV, 4},  {2, LeagueTier::NONE, LeagueRank::III, 3},
-        {5, LeagueTier::GOLD, LeagueRank::NA, 0},     {-1, LeagueTier::SILVER, LeagueRank::NA, 0},
-        {0, LeagueTier::MASTER, LeagueRank::NA, 0},   {4, LeagueTier::CHALLENGER, LeagueRank::NA, 0},
+        {0, LeagueTier::GOLD, LeagueRank::I, 1},     {4, LeagueTier::BRONZE, LeagueRank::V, 5},
+        {3, LeagueTier::DIAMOND, LeagueRank::IV, 4}, {2, LeagueTier::NONE, LeagueRank::III, 3},
+        {5, LeagueTier::GOLD, LeagueRank::NA, 0},    {-1, LeagueTier::SILVER, LeagueRank::NA, 0},
+        {0, LeagueTier::MASTER, LeagueRank::NA, 0},  {4, LeagueTier::CHALLENGER, LeagueRank::NA, 0},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(std::to_string(row.rank) + " in tier " + std::to_string(static_cast<int>(row.tier)));

@@ -101,8 +101,8 @@ TEST(ConvertTopChampions, KeepsTheFiveWithTheMostGamesMostFirst) {
     for (std::int32_t champion = 1; champion <= 7; ++champion) {
         stats.push_back(Played(champion, games[champion - 1]));
     }
-    EXPECT_EQ(TopChampions(stats), (Lines{"2:70:0.000000", "5:40:0.000000", "7:25:0.000000", "3:12:0.000000",
-                                          "4:5:0.000000"}));
+    EXPECT_EQ(TopChampions(stats),
+              (Lines{"2:70:0.000000", "5:40:0.000000", "7:25:0.000000", "3:12:0.000000", "4:5:0.000000"}));
     EXPECT_TRUE(TopChampions({}).empty());
 }
 
@@ -150,7 +150,10 @@ TEST(ParseParticipantId, ReadsTheLeadingDecimalNumber) {
         {"000000000000000000000018446744073709551615", 18446744073709551615u},
         {"-1", 18446744073709551615u},
         {"-0", 0},
-        {std::string("12\0" "34", 5), 12},
+        {std::string("12\0"
+                     "34",
+                     5),
+         12},
     };
     for (const auto& [text, id] : rows) {
         SCOPED_TRACE(text);
@@ -165,9 +168,15 @@ TEST(ParseParticipantId, FailsWithTheTextOfItsErrorKind) {
         {"+", "invalid stoull argument"},
         {"+-1", "invalid stoull argument"},
         {"x12", "invalid stoull argument"},
-        {"\x08" "12", "invalid stoull argument"},
-        {"\x0e" "12", "invalid stoull argument"},
-        {"\xC2\xA0" "12", "invalid stoull argument"},
+        {"\x08"
+         "12",
+         "invalid stoull argument"},
+        {"\x0e"
+         "12",
+         "invalid stoull argument"},
+        {"\xC2\xA0"
+         "12",
+         "invalid stoull argument"},
         {"18446744073709551616", "stoull argument out of range"},
         {"-18446744073709551616", "stoull argument out of range"},
         {"184467440737095516150", "stoull argument out of range"},

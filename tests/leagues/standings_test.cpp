@@ -169,14 +169,14 @@ TEST(ApexStandingRanksAbove, EachCriterionDecidesWhenTheEarlierOnesAreEqual) {
         {"more series games, before points", InSeries({W, L, N}, 1, 1), Standing({.points = 900})},
         {"more series games", InSeries({W, L}, 1, 1), InSeries({W, N}, 1, 0)},
         {"more series wins", InSeries({W, W}, 2, 0), InSeries({W, L}, 1, 1)},
-        {"fewer series losses", InSeries({W}, 2, 0), Standing({.results = {W}, .seriesWins = 1, .seriesLosses = 1})},
         {"more series results", InSeries({W, N, N}, 1, 0), InSeries({W, N}, 1, 0)},
         {"in a series before an equal standing outside one", InSeries({W}, 0, 0), Standing({.name = "s"})},
         {"series counts count only beside series results", Standing({.points = 10}),
          Standing({.points = 5, .seriesWins = 3})},
         {"more points, both negative", Standing({.points = -1}), Standing({.points = -2})},
         {"more wins", Standing({.wins = 11, .losses = 9}), Standing({.wins = 10, .losses = 0})},
-        {"fewer losses", Standing({.losses = 1, .previousPosition = 9}), Standing({.losses = 2, .previousPosition = 1})},
+        {"fewer losses", Standing({.losses = 1, .previousPosition = 9}),
+         Standing({.losses = 2, .previousPosition = 1})},
         {"unknown previous position first", Standing({.name = "z", .previousPosition = 0}),
          Standing({.name = "a", .previousPosition = 1})},
         {"name in byte order", Standing({.name = "Ab"}), Standing({.name = "a"})},
@@ -251,7 +251,8 @@ TEST(MarkApexMovements, OnlyTheFirstDivisionsTakePart) {
     MarkApexMovements(challenger, master);
     EXPECT_TRUE(challenger.leagues[0].standings[0].pendingDemotion);
     EXPECT_EQ(challenger.leagues[1].standings[0].name, "X1");
-    EXPECT_FALSE(challenger.leagues[1].standings[0].pendingDemotion || challenger.leagues[1].standings[1].pendingDemotion);
+    EXPECT_FALSE(challenger.leagues[1].standings[0].pendingDemotion ||
+                 challenger.leagues[1].standings[1].pendingDemotion);
 }
 
 }  // namespace

@@ -102,7 +102,7 @@ TEST_F(StoreTest, FilesLeaguesMessagesWithIdsFromZeroAndIgnoresOtherTypesWithout
     EXPECT_TRUE(store.AddLeagueMessage(LeaguesMessage("b", {Param("LEAGUE_UPDATE_DECAY")})));
     EXPECT_TRUE(store.AddLeagueMessage(LeaguesMessage("c", {"no param counts"})));
     EXPECT_EQ(Listed(store), (Lines{"0 LEAGUES_MESSAGE_LEAGUE_PROMOTED LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 0 ALERT",
-                               "1 LEAGUES_SYSTEM_DECAY LEAGUES_SYSTEM_DECAY_TITLE 0 ALERT", "2   0 ALERT"}));
+                                    "1 LEAGUES_SYSTEM_DECAY LEAGUES_SYSTEM_DECAY_TITLE 0 ALERT", "2   0 ALERT"}));
     EXPECT_EQ(store.GetNotifications()[2].msgId, "c");
     EXPECT_EQ(store.GetNotifications()[2].data.minGamesForSeeding, -1);
 }
@@ -115,14 +115,15 @@ TEST_F(StoreTest, ASeriesEndedOutsideBronzeIsListedTwiceAndADecayDemotionGetsACo
     ASSERT_TRUE(store.AddLeagueMessage(LeaguesMessage("c", {Param("LEAGUE_DEMOTED", kSilverDecayDemotion)})));
     ASSERT_TRUE(store.AddLeagueMessage(LeaguesMessage("d", {Param("QUEUE_DODGE")})));
     const std::string ended = " LEAGUES_SYSTEM_SERIES_ENDED LEAGUES_SYSTEM_SERIES_ENDED_TITLE_FLEXSR ";
-    EXPECT_EQ(Listed(store), (Lines{
-                            "0" + ended + "1100 ALERT",
-                            "1" + ended + "0 ALERT",
-                            "2 LEAGUES_MESSAGE_PROMOHELPER_LEAGUE_DEMOTED LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 0 ALERT",
-                            "4 LEAGUES_MESSAGE_QUEUE_DODGE LEAGUES_GENERAL_LEAGUE_MINISERIES_TITLE 0 ALERT",
-                            "0" + ended + "1100 ALERT",
-                            "3 LEAGUES_SYSTEM_DECAY_DEMOTION LEAGUES_SYSTEM_DECAY_TITLE 1200 ALERT",
-                        }));
+    EXPECT_EQ(Listed(store),
+              (Lines{
+                  "0" + ended + "1100 ALERT",
+                  "1" + ended + "0 ALERT",
+                  "2 LEAGUES_MESSAGE_PROMOHELPER_LEAGUE_DEMOTED LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 0 ALERT",
+                  "4 LEAGUES_MESSAGE_QUEUE_DODGE LEAGUES_GENERAL_LEAGUE_MINISERIES_TITLE 0 ALERT",
+                  "0" + ended + "1100 ALERT",
+                  "3 LEAGUES_SYSTEM_DECAY_DEMOTION LEAGUES_SYSTEM_DECAY_TITLE 1200 ALERT",
+              }));
     const Api::LeagueNotificationResource copy = store.GetNotifications().at(5);
     EXPECT_EQ(copy.msgId + " " + copy.data.tier + " " + copy.data.notifyReason, "c SILVER LEAGUE_DEMOTED");
 }
@@ -150,7 +151,8 @@ TEST_F(StoreTest, LoginMessagesReadTheGatingStateForEachMessage) {
     store.AddLoginMessages({LeaguesMessage("first", {Param("LEAGUE_POINTS_UPDATE")}),
                             LeaguesMessage("second", {Param("LEAGUE_PROMOTED")})},
                            Server());
-    EXPECT_EQ(Listed(store), Lines{"0 LEAGUES_MESSAGE_LEAGUE_POINTS_UPDATE LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 0 ALERT"});
+    EXPECT_EQ(Listed(store),
+              Lines{"0 LEAGUES_MESSAGE_LEAGUE_POINTS_UPDATE LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 0 ALERT"});
     EXPECT_TRUE(store.SetNotificationsAllowed(true));
     EXPECT_EQ(Listed(store).size(), 2u);
 }
@@ -182,13 +184,13 @@ TEST_F(StoreTest, HoldsNewRecordsBackAcrossAGameAndReleasesThemInOrder) {
     EXPECT_EQ(justAllowed, (std::vector<bool>{false, false, false, true, false}));
     const std::string ended = " LEAGUES_SYSTEM_SERIES_ENDED LEAGUES_SYSTEM_SERIES_ENDED_TITLE_SOLO5V5 1100 ALERT";
     EXPECT_EQ(Listed(store), (Lines{
-                            "0 LEAGUES_MESSAGE_LEAGUE_PROMOTED LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 0 ALERT",
-                            "1" + ended,
-                            "2 LEAGUES_MESSAGE_QUEUE_DODGE LEAGUES_GENERAL_LEAGUE_MINISERIES_TITLE 0 ALERT",
-                            "1" + ended,
-                            "3 LEAGUES_SYSTEM_DEMOTION_SHIELD_LEVEL_1_WARNING LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE "
-                            "2100 WARNING",
-                        }));
+                                 "0 LEAGUES_MESSAGE_LEAGUE_PROMOTED LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 0 ALERT",
+                                 "1" + ended,
+                                 "2 LEAGUES_MESSAGE_QUEUE_DODGE LEAGUES_GENERAL_LEAGUE_MINISERIES_TITLE 0 ALERT",
+                                 "1" + ended,
+                                 "3 LEAGUES_SYSTEM_DEMOTION_SHIELD_LEVEL_1_WARNING LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE "
+                                 "2100 WARNING",
+                             }));
 }
 
 TEST_F(StoreTest, WarningRebuildsWhileHeldBackAreAppendedAtRelease) {
@@ -212,7 +214,8 @@ TEST_F(StoreTest, AcknowledgesAfterTheServerDidWithTheModulesAccountAndMarksOthe
     }
     // Nothing stops a second acknowledgement; the server is asked again.
     EXPECT_EQ(calls, (Lines{"34 m0", "34 m0"}));
-    const std::string promoted = " LEAGUES_MESSAGE_LEAGUE_PROMOTED LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 0 ALERT acknowledged";
+    const std::string promoted =
+        " LEAGUES_MESSAGE_LEAGUE_PROMOTED LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 0 ALERT acknowledged";
     EXPECT_EQ(Listed(store), (Lines{"0" + promoted, "1" + promoted, "2 " + kDecay + " acknowledged"}));
 }
 
@@ -283,11 +286,12 @@ TEST_F(StoreTest, RebuildsTheWholeListAndThenTheDemotionShieldWarningsOfLevelsOn
     LCDS::LeagueItemDTO shielded = Entry(LCDS::LeagueTier::GOLD, true, "GRACE");
     shielded.demotionWarning = 2;
     store.UpdateDecayWarnings({DecayingEntry(), shielded});
-    EXPECT_EQ(Listed(store), (Lines{
-                            "0 " + kDecay,
-                            "1 LEAGUES_SYSTEM_DECAY_IMMINENT LEAGUES_SYSTEM_DECAY_IMMINENT_TITLE 1600 ALERT",
-                            "3 LEAGUES_SYSTEM_DEMOTION_SHIELD_LEVEL_2_WARNING LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 1800 ALERT",
-                        }));
+    EXPECT_EQ(Listed(store),
+              (Lines{
+                  "0 " + kDecay,
+                  "1 LEAGUES_SYSTEM_DECAY_IMMINENT LEAGUES_SYSTEM_DECAY_IMMINENT_TITLE 1600 ALERT",
+                  "3 LEAGUES_SYSTEM_DEMOTION_SHIELD_LEVEL_2_WARNING LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 1800 ALERT",
+              }));
     store.UpdateDecayWarnings({});
     EXPECT_TRUE(Listed(store).empty());
 
@@ -299,12 +303,14 @@ TEST_F(StoreTest, RebuildsTheWholeListAndThenTheDemotionShieldWarningsOfLevelsOn
         entries[index].queueType = static_cast<LCDS::QueueType>(index);
     }
     store.UpdateDemotionShieldWarnings(entries);
-    EXPECT_EQ(Listed(store), (Lines{
-                            "5 LEAGUES_SYSTEM_DEMOTION_SHIELD_LEVEL_1_WARNING LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 2100 WARNING",
-                            "6 LEAGUES_SYSTEM_DEMOTION_SHIELD_LEVEL_2_WARNING LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 1800 ALERT",
-                        }));
+    EXPECT_EQ(Listed(store),
+              (Lines{
+                  "5 LEAGUES_SYSTEM_DEMOTION_SHIELD_LEVEL_1_WARNING LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 2100 WARNING",
+                  "6 LEAGUES_SYSTEM_DEMOTION_SHIELD_LEVEL_2_WARNING LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 1800 ALERT",
+              }));
     const std::vector<Api::LeagueNotificationResource> list = store.GetNotifications();
-    EXPECT_EQ(list[0].data.playerOrTeamId + " " + list[0].data.queueType + " " + list[1].data.queueType, "p1 SOLO5V5 FLEXSR");
+    EXPECT_EQ(list[0].data.playerOrTeamId + " " + list[0].data.queueType + " " + list[1].data.queueType,
+              "p1 SOLO5V5 FLEXSR");
 }
 
 TEST_F(StoreTest, AStandingMessageCopiesTheEntrysQueueInactivityAndSeriesTime) {
