@@ -72,11 +72,8 @@ TEST_F(LeagueMessagesTest, WithTheLeagueServiceOffAnUpdateIsFiledButNotPublished
     Push("m3", {Param("LEAGUE_RESET")});
     Push("m4", {Param("LEAGUE_RESET")}, "mail");
     EXPECT_EQ(plugin.ServerCalls(), Lines{});
-    EXPECT_EQ(PublishedLists(),
-              (Lines{"Update: 0 " + kPromoted +
-                     " | "
-                     "1 LEAGUES_MESSAGE_QUEUE_DODGE LEAGUES_GENERAL_LEAGUE_MINISERIES_TITLE 0 ALERT | 2 " +
-                     kReset}));
+    const std::string dodge = "1 LEAGUES_MESSAGE_QUEUE_DODGE LEAGUES_GENERAL_LEAGUE_MINISERIES_TITLE 0 ALERT";
+    EXPECT_EQ(PublishedLists(), (Lines{"Update: 0 " + kPromoted + " | " + dodge + " | 2 " + kReset}));
 }
 
 TEST_F(LeagueMessagesTest, FailedReloadsAreLoggedAndPublishOnlyAfterThePositions) {

@@ -147,16 +147,27 @@ TEST_F(SignedStandingsTest, AFailedLoadKeepsTheCacheAndFailsTheRoute) {
     EXPECT_EQ(TimerDelays(), std::vector<long long>{});
 }
 
-TEST_F(SignedStandingsTest, AFailedHandOffInChampionSelectIsLoggedAndTheGameGoesOn) {
+TEST_F(SignedStandingsTest, ChampionSelectHandsOverTheQueuesTokenAndLogsTheOutcome) {
     const std::string solo = TokenExpiringIn(3600);
     ServeSignedLeagues({SummonerLeagues({SignedEntry("RANKED_SOLO_5x5", solo)})});
     GetSigned();
+    plugin.ScriptServer("teambuilder-draft", "setJwtAsGameCustomizationV1", "", "null");
+    plugin.host().ClearRecords();
+    EnterPhase("ChampSelect", "RANKED_FLEX_SR");  // no cached entry, nothing to hand over
+    EnterPhase("Lobby");
+    EnterPhase("ChampSelect", "RANKED_SOLO_5x5");
+    const std::string handOff =
+        R"(teambuilder-draft.setJwtAsGameCustomizationV1 [{"prefix":"leagues","signedJWT":")" + solo + R"("}])";
+    EXPECT_EQ(plugin.ServerCalls(), (Lines{handOff}));
+    EXPECT_EQ(LogLinesAt(plugin.records(), 0),
+              (Lines{"  OKAY| GEN| Successfully passed signed leagues game customization to TB"}));
+
+    // A failed hand-off is logged and the game goes on.
+    EnterPhase("Lobby");
     plugin.FailServer("teambuilder-draft", "setJwtAsGameCustomizationV1", "busy");
     plugin.host().ClearRecords();
     EnterPhase("ChampSelect", "RANKED_SOLO_5x5");
-    EXPECT_EQ(plugin.ServerCalls(), (Lines{R"(teambuilder-draft.setJwtAsGameCustomizationV1 [{"prefix":"leagues",)"
-                                           R"("signedJWT":")" +
-                                           solo + R"("}])"}));
+    EXPECT_EQ(plugin.ServerCalls(), (Lines{handOff}));
     EXPECT_EQ(plugin.WarningAndErrorLines(),
               (Lines{" ERROR| DBG| Failed to pass signed leagues game customization to TB"}));
 }
