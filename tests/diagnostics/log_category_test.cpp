@@ -24,6 +24,7 @@ TEST(CategoryMask, FixedCategoriesLocFromTheLogSystemAndNewNamesOfThreeCharacter
     ReleaseLogSystem();
     std::uint64_t first = CategoryMask("QRY");
     EXPECT_EQ(first, std::uint64_t{1} << 9);
+    EXPECT_EQ(CategoryMask("QRY"), first);
     EXPECT_EQ(CategoryMask("QRYX"), first);
     EXPECT_EQ(CategoryMask("DBGX"), LogCategory::Dbg);
     EXPECT_EQ(CategoryMask("QR"), first << 1);

@@ -77,6 +77,7 @@ TEST(MiniseriesAndEmblems, OneResultPerCharacterAndEmblemsInAFixedOrder) {
     EXPECT_EQ(MakeLeagueEmblems(true, true, true),
               (std::vector{LeagueEmblem::HOTSTREAK, LeagueEmblem::VETERAN, LeagueEmblem::FRESHBLOOD}));
     EXPECT_EQ(MakeLeagueEmblems(true, false, true), (std::vector{LeagueEmblem::HOTSTREAK, LeagueEmblem::FRESHBLOOD}));
+    EXPECT_EQ(MakeLeagueEmblems(false, true, true), (std::vector{LeagueEmblem::VETERAN, LeagueEmblem::FRESHBLOOD}));
 }
 
 }  // namespace
