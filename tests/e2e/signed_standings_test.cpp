@@ -112,6 +112,21 @@ TEST_F(SignedStandingsTest, ALoadWhileTheTimerIsPendingDoesNotMoveIt) {
     EXPECT_NEAR(TimerDelays()[1], 600, 2);
 }
 
+TEST_F(SignedStandingsTest, TokensWithoutAnExpiryAreLoggedOneLineEachAndArmNoTimer) {
+    using Orvel::Client::Leagues::test::MakeToken;
+    const std::vector<std::string> tokens = {"", "no-dots", MakeToken("not json"), MakeToken(R"({"nbf":1700000000})")};
+    std::vector<std::string> entries;
+    for (const std::string& token : tokens) {
+        entries.push_back(SignedEntry("RANKED_SOLO_5x5", token));
+    }
+    ServeSignedLeagues({SummonerLeagues(entries)});
+    EXPECT_FALSE(GetSigned().failed);
+    EXPECT_EQ(TimerDelays(), std::vector<long long>{});
+    EXPECT_EQ(
+        plugin.WarningAndErrorLines(),
+        Lines(tokens.size(), " ERROR| DBG| UpdateSignedSummonerLeaguesData: JWT did not contain an expiration date."));
+}
+
 TEST_F(SignedStandingsTest, WithASwitchOffTheRouteFailsOnAnEmptyCacheAndAnswersAFilledOne) {
     plugin.SetResource(kJwtEnabled, "false");
     const host::EndpointAnswer off = GetSigned();
