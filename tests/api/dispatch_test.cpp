@@ -9,6 +9,8 @@
 #endif
 
 #include "address_sanitizer.h"
+#include "api/api_handler.h"
+#include "api/route_table.h"
 #include "api_test_module.h"
 
 namespace tav::test {
@@ -52,12 +54,12 @@ TEST_F(DispatchTest, AnswersEachRequestOfTheCases) {
     TestRequest request;
     int answered = 0;
     for (std::string line; std::getline(file, line);) {
-        const std::size_t space = line.find(' ');
-        if (line.empty() || line[0] == '#' || space == std::string::npos) {
+        if (line.empty() || line[0] == '#') {
             continue;
         }
+        const std::size_t space = std::min(line.find(' '), line.size());
         const std::string word = line.substr(0, space);
-        const std::string rest = line.substr(space + 1);
+        const std::string rest = line.substr(std::min(space + 1, line.size()));
         if (word == "header") {
             const std::size_t colon = rest.find(": ");
             request.headers.emplace_back(rest.substr(0, colon), rest.substr(colon + 2));
@@ -154,6 +156,44 @@ TEST_F(DispatchTest, DirectArgumentsGoByNameOrAfterThePathParameters) {
         TestResponse response;
         Serve(request, response);
         EXPECT_EQ(Answer(response), row.answer);
+    }
+}
+
+// A handler of the platform's own kind, which chooses a response kind.
+class KindHandler : public wex::ApiFunctionHandler {
+  public:
+    explicit KindHandler(std::uint32_t code) : code_(code) {}
+    void* ConvertArguments(wex::ApiCallContext&, std::span<const wex::BindingProperty>, std::uint32_t) const override {
+        return nullptr;
+    }
+    void Invoke(wex::ApiCallContext& call, const wex::ApiRequestSummary*, void*, std::uint32_t) const override {
+        call.responseKind = 7;
+        call.responseKindCode = code_;
+    }
+    void ReleaseArguments(void*) const override {}
+    void Describe(wex::BindingFunctionInfo&) const override {}
+    const wex::BindingTypeIdentity& ResultType() const override { return wex::BindingTypeIdentity::Of<std::int32_t>(); }
+
+  private:
+    std::uint32_t code_;
+};
+
+TEST(DispatchResponseKind, OnlyTheCodesOneToThreeReachTheHost) {
+    const std::pair<std::uint32_t, std::uint32_t> cases[] = {{0, 0}, {1, 1}, {3, 3}, {4, 0}};
+    for (const auto& [code, sent] : cases) {
+        SCOPED_TRACE(code);
+        wex::BindingTypeRegistry registry;
+        wex::RouteTable table;
+        wex::BindingFunctionInfo function;
+        function.handler = std::make_shared<const KindHandler>(code);
+        table.AddRoute(registry, HostMethodGet, "/kind", function);
+        TestRequest request = Request(HostMethodGet, "/kind");
+        const HostRequest record = request.Record();
+        TestResponse response;
+        wex::Dispatch(&registry, response.record, record, table.Routes());
+        EXPECT_EQ(response.Error(), "");
+        EXPECT_EQ(Read(response.record.responseKind), 7);
+        EXPECT_EQ(Read(response.record.responseKindCode), sent);
     }
 }
 
