@@ -51,13 +51,10 @@ TEST(ConvertLeagueList, GroupsDivisionsInRankOrderAndDropsOthersInactiveEntriesB
     EXPECT_TRUE(ConvertLeagueList(LCDS::LeagueListDTO{}, 0).leagues.empty());
 }
 
-TEST(ConvertLeagueList, CopiesTheListAndEveryFieldOfAStanding) {
+TEST(ConvertLeagueList, KeepsTheMaximumSizeAndFillsEveryFieldOfAStanding) {
     LCDS::LeagueListDTO list;
     list.name = "AZaz@[`{ Caf\xC3\xA9's 2";
     list.tier = LCDS::LeagueTier::SILVER;
-    list.queue = LCDS::QueueType::RANKED_FLEX_TT;
-    list.requestorsName = "Some One 9";
-    list.nextApexUpdate = 1700000000000;
     list.maxLeagueSize = 200;
     LCDS::LeagueItemDTO entry = Entry("12", 3);
     entry.playerOrTeamName = "Twelve";
@@ -72,12 +69,7 @@ TEST(ConvertLeagueList, CopiesTheListAndEveryFieldOfAStanding) {
     entry.apexDaysUntilDecay = -3;
     list.entries = {entry};
     const Api::League league = ConvertLeagueList(list, 1);
-    EXPECT_EQ(league.queueType, Api::LeagueQueueType::FLEXTT);
-    EXPECT_EQ(league.leagueTier, LeagueTier::SILVER);
-    EXPECT_EQ(league.requesterLeagueRank, LeagueRank::NA);
     EXPECT_EQ(league.leagueName, "AZazCafs");
-    EXPECT_EQ(league.name, "Some One 9");
-    EXPECT_EQ(league.challengerNextPromotionUpdateInMs, 1700000000000u);
     EXPECT_EQ(league.maxLeagueSize, 200u);
     ASSERT_EQ(league.leagues.size(), 1u);
     EXPECT_EQ(league.leagues[0].leagueRank, LeagueRank::IV);

@@ -16,12 +16,7 @@ namespace Orvel::Client::Leagues {
 namespace {
 
 Api::SimpleMessage Message(std::string type, std::vector<std::string> params) {
-    Api::SimpleMessage message;
-    message.accountId = 34;
-    message.msgId = "m1";
-    message.type = std::move(type);
-    message.params = std::move(params);
-    return message;
+    return Api::SimpleMessage{34, "m1", std::move(type), std::move(params)};
 }
 
 std::string Reason(const std::string& reason) {
