@@ -117,27 +117,6 @@ TEST(ConvertTopChampions, TheRateComesFromTheFirstWonTotalAnywhereAndOtherTotals
     EXPECT_FALSE(std::isfinite(ConvertTopChampions(noGames).at(0).winRate));
 }
 
-LCDS::LeagueTierAndRankDTO TierOf(std::string id, std::int32_t queue, std::int32_t tier, std::int32_t rank) {
-    return {std::move(id), "", static_cast<LCDS::QueueType>(queue), static_cast<LCDS::LeagueTier>(tier),
-            static_cast<LCDS::LeagueRank>(rank)};
-}
-
-TEST(GroupParticipantTiers, GroupsRepeatedIdsInTheOrderTheyFirstAppearWithFallbacksForUnknownValues) {
-    Lines texts;
-    for (const Api::ParticipantTiers& participant :
-         GroupParticipantTiers({TierOf("12", 1, 3, 1), TierOf("34", 2, 6, 0), TierOf("12", 3, 7, 4),
-                                TierOf(" +012", 0, 0, 2), TierOf("34", 1, 2, 5)})) {
-        std::string text = std::to_string(participant.summonerId) + ":";
-        for (const Api::AchievedTier& tier : participant.achievedTiers) {
-            text += " " + std::to_string(static_cast<int>(tier.queueType)) + "/" +
-                    std::to_string(static_cast<int>(tier.tier)) + "/" + std::to_string(tier.division);
-        }
-        texts.push_back(text);
-    }
-    EXPECT_EQ(texts, (Lines{"12: 1/3/2 2/7/0 0/0/3", "34: 3/6/0 1/2/0"}));
-    EXPECT_TRUE(GroupParticipantTiers({}).empty());
-}
-
 TEST(ParseParticipantId, ReadsTheLeadingDecimalNumber) {
     const std::pair<std::string, std::uint64_t> rows[] = {
         {"0", 0},
