@@ -41,6 +41,18 @@ struct TestUnregistered {
     std::int32_t value = 0;
 };
 
+// "<code> <message>" for a failure; else the name of a record, or "value".
+template <class Answer>
+std::string Outcome(const Answer& answer) {
+    if (answer.HasFailure()) {
+        return std::to_string(answer.GetFailure().Code()) + " " + std::string(answer.GetFailure().Message());
+    }
+    if constexpr (requires { answer.Value().name; }) {
+        return answer.Value().name;
+    }
+    return "value";
+}
+
 inline constexpr const char* kEntryClass = "com.example.leagues.EntryDTO";
 inline constexpr const char* kLeagueListClass = "com.example.leagues.LeagueListDTO";
 
