@@ -11,58 +11,34 @@
 namespace wex {
 namespace {
 
-MaybeType<Failure, std::string> Lookup(bool found) {
-    if (!found) {
-        return Failure(404, "Not found");
-    }
-    return std::string("Ahri");
-}
+TEST(MaybeType, HoldsEitherTheValueOrTheFailure) {
+    MaybeType<Failure, std::string> found = std::string("Ahri");
+    ASSERT_TRUE(found);
+    EXPECT_FALSE(found.HasFailure());
+    found.Value() += "!";
+    EXPECT_EQ(std::move(found).Value(), "Ahri!");
+    EXPECT_THROW(static_cast<void>(found.GetFailure()), std::bad_variant_access);
 
-MaybeType<Failure, void> Acknowledge(bool accepted) {
-    if (!accepted) {
-        return Failure(0, "Refused");
-    }
-    return {};
-}
+    const MaybeType<Failure, std::string> missing = Failure(404, "Not found");
+    EXPECT_FALSE(missing);
+    EXPECT_FALSE(missing.HasValue());
+    EXPECT_EQ(missing.GetFailure().ToString(), "Not found (404)");
+    EXPECT_THROW(static_cast<void>(missing.Value()), std::bad_variant_access);
 
-TEST(MaybeType, HoldsTheValue) {
-    MaybeType<Failure, std::string> result = Lookup(true);
-    ASSERT_TRUE(result);
-    EXPECT_TRUE(result.HasValue());
-    EXPECT_FALSE(result.HasFailure());
-    EXPECT_EQ(result.Value(), "Ahri");
-    result.Value() += "!";
-    const std::string taken = std::move(result).Value();
-    EXPECT_EQ(taken, "Ahri!");
-    EXPECT_THROW(static_cast<void>(Lookup(true).GetFailure()), std::bad_variant_access);
-}
-
-TEST(MaybeType, HoldsTheFailure) {
-    const MaybeType<Failure, std::string> result = Lookup(false);
-    EXPECT_FALSE(result);
-    EXPECT_TRUE(result.HasFailure());
-    EXPECT_EQ(result.GetFailure().Code(), 404);
-    EXPECT_EQ(result.GetFailure().Message(), "Not found");
-    EXPECT_THROW(static_cast<void>(result.Value()), std::bad_variant_access);
-}
-
-TEST(MaybeType, TakesMoveOnlyValues) {
-    MaybeType<Failure, std::unique_ptr<int>> result = std::make_unique<int>(5);
-    std::unique_ptr<int> value = std::move(result).Value();
-    EXPECT_EQ(*value, 5);
+    MaybeType<Failure, std::unique_ptr<int>> moveOnly = std::make_unique<int>(5);
+    EXPECT_EQ(*std::move(moveOnly).Value(), 5);
 }
 
 TEST(MaybeType, TheVoidFormHoldsSuccessOrAFailure) {
-    const MaybeType<Failure, void> success = Acknowledge(true);
+    const MaybeType<Failure, void> success;
     EXPECT_TRUE(success);
     EXPECT_TRUE(success.HasValue());
     EXPECT_THROW(static_cast<void>(success.GetFailure()), std::bad_optional_access);
 
-    MaybeType<Failure, void> refused = Acknowledge(false);
+    MaybeType<Failure, void> refused = Failure(0, "Refused");
     EXPECT_FALSE(refused);
     EXPECT_TRUE(refused.HasFailure());
-    const Failure failure = std::move(refused).GetFailure();
-    EXPECT_EQ(failure.ToString(), "Refused");
+    EXPECT_EQ(std::move(refused).GetFailure().ToString(), "Refused");
 }
 
 }  // namespace
