@@ -15,6 +15,20 @@ inline std::string ReadFileBytes(const std::filesystem::path& path) {
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
+// \n, \t, \0 and \\ of a table's field as the bytes they stand for.
+inline std::string Unescape(const std::string& field) {
+    std::string bytes;
+    for (std::size_t at = 0; at < field.size(); ++at) {
+        if (field[at] != '\\' || at + 1 == field.size()) {
+            bytes += field[at];
+            continue;
+        }
+        const char code = field[++at];
+        bytes += code == 'n' ? '\n' : code == 't' ? '\t' : code == '0' ? '\0' : code;
+    }
+    return bytes;
+}
+
 // The tab-separated rows of a table kept next to these tests, without its
 // comment lines.
 inline std::vector<std::vector<std::string>> ReadCases(const std::string& name) {
