@@ -49,6 +49,7 @@ TEST_F(SubscriptionTest, ResourcesUnderOneEventNameShareOneRegistrationCountedPe
     EXPECT_EQ(session, (Lines{"Create Ann 1", "Update Ann 3"}));
     EXPECT_EQ(sub, (Lines{"Create Bob 2"}));
 
+    module.UnsubscribeFromEvent("/tav-gameflow/v1/session");  // never subscribed
     module.UnsubscribeFromEvent("/tav-login/v1/session");
     EXPECT_TRUE(Records().unsubscriptions.empty());
     module.UnsubscribeFromEvent("/tav-login/v1/session/x");
