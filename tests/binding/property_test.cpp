@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "binding/string_entry.h"
+#include "binding/value_text.h"
 
 namespace wex {
 namespace {
@@ -169,6 +170,12 @@ TEST(BindingProperty, ToBoolAndToStringOfEachKind) {
     }
 }
 
+TEST(EncodeBase64, ReadsOnlyTheBytesGiven) {
+    const std::uint8_t bytes[] = {0xFF, 0xFF, 0xFF};
+    EXPECT_EQ(EncodeBase64(std::span(bytes).first(1)), "/w==");
+    EXPECT_EQ(EncodeBase64(std::span(bytes).first(2)), "//8=");
+}
+
 TEST(BindingProperty, NodesOfOneTreeWithTheSameTextShareOneCountedEntryAndTheEmptyTextNone) {
     BindingProperty tree;
     tree.At(0).SetString("GOLD");
@@ -179,7 +186,7 @@ TEST(BindingProperty, NodesOfOneTreeWithTheSameTextShareOneCountedEntryAndTheEmp
     EXPECT_EQ(entry->references, 4u);  // the member name counts too
     tree.At(1).Reset();
     EXPECT_EQ(entry->references, 3u);
-    tree.At(2).Reset();
+    tree.At(2).RemoveMember("GOLD");
     EXPECT_EQ(entry->references, 1u);
     BindingProperty other;
     other.SetString("GOLD");
