@@ -4,6 +4,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "plugin/app_module.h"
 #include "support/hosted_module.h"
@@ -116,6 +117,13 @@ TEST_F(SimulatedHostTest, StoppingForgetsThePluginsSubscriptionsAndQueuedWork) {
     EXPECT_EQ(host.SubscriberCount("OnJsonApiEvent_tav-test_v1_entry"), 0u);
     EXPECT_EQ(host.RunUntilIdle(), 0u);
     EXPECT_EQ(host.CallEndpoint(HostMethodGet, "/tav-test/v1/items/1").error, "No plug-in is started");
+}
+
+TEST_F(SimulatedHostTest, JournalsEachScheduledCallbackWithItsDelay) {
+    hosted.module().Schedule("refresh", [] {}, 0);
+    const std::vector<JournalEntry> entries = host.HostJournal().Select({"schedule", 0, 10});
+    ASSERT_EQ(entries.size(), 1u);
+    EXPECT_EQ(entries[0].summary, "schedule refresh in 0 s");
 }
 
 TEST(ScriptedAnswer, RefusesScriptsThatAreNotJson) {
