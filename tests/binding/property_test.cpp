@@ -181,6 +181,7 @@ TEST(BindingProperty, NodesOfOneTreeWithTheSameTextShareOneCountedEntryAndTheEmp
     tree.At(0).SetString("GOLD");
     tree.At(1).SetString("GOLD");
     tree.At(2).Member("GOLD").SetString("GOLD");
+    tree.At(2).Member("GOLD");  // found, so its name is not counted again
     const StringEntry* entry = EntryOf(tree.At(0));
     EXPECT_EQ(EntryOf(tree.At(1)), entry);
     EXPECT_EQ(entry->references, 4u);  // the member name counts too
