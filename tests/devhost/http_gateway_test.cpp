@@ -371,6 +371,16 @@ TEST_F(LiveHostTest, ServesRequestsBesideAsManyEventStreamsAsItTakes) {
     EXPECT_EQ(answer->status, 200);
 }
 
+// A stream ends as a chunked answer should, with its last chunk, rather than being cut off.
+TEST_F(LiveHostTest, EndsItsEventStreamsWhenItStops) {
+    Serve();
+    RawConnection stream(live_->Port());
+    ASSERT_THAT(stream.Exchange("GET /devhost/events HTTP/1.1\r\nHost: tav\r\n\r\n", ": tav-host events\n\n"),
+                HasSubstr("200 OK"));
+    stop_ = true;
+    EXPECT_THAT(stream.Exchange(""), ::testing::EndsWith("0\r\n\r\n"));
+}
+
 // The gateway alone, with the test standing in for the host's thread.
 class GatewayTest : public ::testing::Test {
   protected:
