@@ -3,6 +3,7 @@
 #include <chrono>
 
 #include "codec/json_reader.h"
+#include "codec/json_writer.h"
 #include "signed_token.h"
 #include "value_builders.h"
 
@@ -259,11 +260,11 @@ ServerAnswer WorldServer::LeaguesAnswer(std::string_view method, const wex::Bind
                         SummonerLeagues(world, arguments.At(0).AsUInt64()));
     }
     if (method == "getChallengerLeague") {
-        return Answered(kLeagueListClass, ApexList(world, "CHALLENGER", arguments.At(0).AsString(), SIZE_MAX));
+        return ApexAnswer("CHALLENGER", arguments.At(0).AsString(), SIZE_MAX);
     }
     if (method == "getMasterLeagueTopX") {
         const std::uint64_t limit = std::strtoull(std::string(arguments.At(1).AsString()).c_str(), nullptr, 10);
-        return Answered(kLeagueListClass, ApexList(world, "MASTER", arguments.At(0).AsString(), limit));
+        return ApexAnswer("MASTER", arguments.At(0).AsString(), limit);
     }
     if (method == "getTiersForParticipants") {
         return Tiers(world, arguments);
@@ -282,6 +283,23 @@ ServerAnswer WorldServer::LeaguesAnswer(std::string_view method, const wex::Bind
                         }));
     }
     return ServerAnswer::Failure("The game server has no method leagues." + std::string(method), 404);
+}
+
+// An apex list is the largest answer and the world never changes, so its text is written once: building and
+// writing hundreds of entries on every call made the host, not the plug-in, the cost of an apex route.
+ServerAnswer WorldServer::ApexAnswer(std::string_view tier, std::string_view queue, std::size_t limit) {
+    std::string key = std::string(tier) + " " + std::string(queue) + " " + std::to_string(limit);
+    auto cached = apexTexts_.find(key);
+    if (cached == apexTexts_.end()) {
+        if (apexTexts_.size() >= kApexTextLimit) {
+            apexTexts_.clear();  // queues and limits come from requests: keep the cache bounded
+        }
+        cached = apexTexts_.emplace(std::move(key), wex::WriteJson(ApexList(*world_, tier, queue, limit))).first;
+    }
+    ServerAnswer answer;
+    answer.className = kLeagueListClass;
+    answer.payloadText = cached->second;
+    return answer;
 }
 
 }  // namespace tav::host

@@ -46,11 +46,15 @@ class WorldServer {
     ServerAnswer WorldAnswer(std::string_view destination, std::string_view method,
                              const wex::BindingProperty& arguments);
     ServerAnswer LeaguesAnswer(std::string_view method, const wex::BindingProperty& arguments);
+    ServerAnswer ApexAnswer(std::string_view tier, std::string_view queue, std::size_t limit);
+
+    static constexpr std::size_t kApexTextLimit = 64;
 
     std::shared_ptr<const LeagueWorld> world_;
     std::function<std::int64_t()> clock_;
     std::map<std::pair<std::string, std::string>, ServerFault> faults_;
     std::optional<double> nextTokenSeconds_;
+    std::map<std::string, std::string> apexTexts_;  // "TIER queue limit" -> the list's JSON
 };
 
 }  // namespace tav::host

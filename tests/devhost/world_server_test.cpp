@@ -1,0 +1,68 @@
+#include "world_server.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+#include "host_value_json.h"
+
+namespace tav::host {
+namespace {
+
+std::shared_ptr<const LeagueWorld> ApexWorld() {
+    WorldReading reading = ReadLeagueWorld(
+        "currentPlayer: 1\nplayers: [{summonerId: 1, accountId: 11, name: One}]\n"
+        "leagues: [{name: Den, queue: RANKED_SOLO_5x5, tier: MASTER, generate: {count: 3, seed: 5}}]\n");
+    EXPECT_EQ(reading.error, "");
+    return std::make_shared<const LeagueWorld>(std::move(reading.world));
+}
+
+// What an apex answer says: its class, then the list's size, limit, tier and queue.
+std::string Described(const ServerAnswer& answer) {
+    if (!answer.error.empty() || !answer.payloadText) {
+        return "error " + answer.error;
+    }
+    const wex::BindingProperty list = JsonValue(*answer.payloadText);
+    return answer.className + " " + std::to_string(list.Member("entries").Size()) + " of " +
+           std::to_string(list.Member("maxLeagueSize").AsUInt64()) + " " +
+           std::string(list.Member("tier").AsString()) + " " + std::string(list.Member("queue").AsString());
+}
+
+// Apex lists are written once per tier, queue and limit; each limit keeps its own answer.
+TEST(WorldServer, AnswersEachApexListByItsTierQueueAndLimit) {
+    WorldServer server(ApexWorld());
+    const std::string list = "com.orvelsoft.leagues.pojo.LeagueListDTO";
+    const struct {
+        const char* method;
+        const char* arguments;
+        std::string expected;
+    } cases[] = {
+        {"getMasterLeagueTopX", R"(["RANKED_SOLO_5x5","2"])", list + " 2 of 2 MASTER RANKED_SOLO_5x5"},
+        {"getMasterLeagueTopX", R"(["RANKED_SOLO_5x5","200"])", list + " 3 of 3 MASTER RANKED_SOLO_5x5"},
+        {"getMasterLeagueTopX", R"(["RANKED_SOLO_5x5","2"])", list + " 2 of 2 MASTER RANKED_SOLO_5x5"},
+        {"getChallengerLeague", R"(["RANKED_SOLO_5x5"])", list + " 0 of 0 CHALLENGER RANKED_SOLO_5x5"},
+        {"getMasterLeagueTopX", R"(["RANKED_FLEX_SR","5"])", list + " 0 of 0 MASTER RANKED_FLEX_SR"},
+        {"getGrandLeague", R"(["RANKED_SOLO_5x5"])", "error The game server has no method leagues.getGrandLeague"},
+    };
+    for (const auto& call : cases) {
+        SCOPED_TRACE(std::string(call.method) + " " + call.arguments);
+        EXPECT_EQ(Described(server.Answer("leagues", call.method, JsonValue(call.arguments))), call.expected);
+    }
+}
+
+TEST(WorldServer, AFaultChangesAnApexListAlreadyWritten) {
+    WorldServer server(ApexWorld());
+    const wex::BindingProperty arguments = JsonValue(R"(["RANKED_SOLO_5x5","200"])");
+    server.Answer("leagues", "getMasterLeagueTopX", arguments);
+    server.SetFault("leagues", "getMasterLeagueTopX", ServerFault{"", 500, 0.0, "com.example.Other", true});
+    const ServerAnswer answer = server.Answer("leagues", "getMasterLeagueTopX", arguments);
+    EXPECT_EQ(answer.className, "com.example.Other");
+    EXPECT_EQ(answer.payloadText, R"({"summonerLeagues":[{"tier":)");
+    server.ClearFaults();
+    EXPECT_EQ(Described(server.Answer("leagues", "getMasterLeagueTopX", arguments)),
+              "com.orvelsoft.leagues.pojo.LeagueListDTO 3 of 3 MASTER RANKED_SOLO_5x5");
+}
+
+}  // namespace
+}  // namespace tav::host
