@@ -82,8 +82,13 @@ TEST_F(HostLoopTest, ACallbackMayRunFurtherTurnsAndRunUntilIdleStopsAfterItsTurn
     Schedule(again, 0);
     EXPECT_EQ(loop.RunUntilIdle(5), 5u);
     EXPECT_FALSE(loop.Idle());
+    loop.QueueEvent("dropped event", Number(1));
+    loop.QueueAnswer(1, "dropped answer", Number(2));
+    const std::vector<std::string> before = log;
     loop.Clear();
     EXPECT_TRUE(loop.Idle());
+    loop.RunUntilIdle(5);
+    EXPECT_EQ(log, before);
 }
 
 }  // namespace

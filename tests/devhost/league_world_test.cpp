@@ -23,6 +23,11 @@ TEST(LeagueWorld, CompletesListedEntriesSortsThemBestFirstAndGeneratesTheSameLis
     EXPECT_EQ(entries[1].Member("rank").AsString(), "I");
     const auto again = ReadLeagueWorld(text);
     ASSERT_EQ(reading.world.leagues.at(1).entries.size(), 3u);
+    // What the generator invents for a seed is part of the world a user sees.
+    EXPECT_EQ(wex::WriteJson(reading.world.leagues[1].entries[0]),
+              R"({"freshBlood":false,"hotStreak":false,"inactive":false,"leaguePoints":1398,"losses":112,)"
+              R"("playerOrTeamId":"9000100000","playerOrTeamName":"Kestvale1","previousDayLeaguePosition":1,)"
+              R"("queueType":"RANKED_SOLO_5x5","rank":"I","tier":"CHALLENGER","veteran":true,"wins":129})");
     for (std::size_t index = 0; index < 3; ++index) {
         EXPECT_EQ(wex::WriteJson(reading.world.leagues[1].entries[index]),
                   wex::WriteJson(again.world.leagues[1].entries[index]));

@@ -36,10 +36,10 @@ TEST(HostValueToBinding, EachTagGivesItsKindContainersNestAndAnythingElseFailsTh
         "incompatible type ''.";
     const std::uint8_t bytes[] = {0, 1, 2};
     HostValue inner[2] = {Tagged(HostValueNone), Tagged(HostValueBorrowedString, "x")};
-    HostValue first[] = {Tagged(HostValueBorrowedString, "old")};
+    HostValue first[] = {Tagged(HostValueBorrowedString, "old"), Tagged(HostValueBorrowedString, "older")};
     HostValue last[] = {Tagged(HostValueBorrowedString, "new")};
     HostObjectMember members[] = {{"b", Tagged(HostValueArray, inner, 2), 0},
-                                  {"k", Tagged(HostValueArray, first, 1), 0},
+                                  {"k", Tagged(HostValueArray, first, 2), 0},
                                   {"a", Tagged(HostValueBool), 0},
                                   {nullptr, Tagged(HostValueNone), 0},
                                   {"k", Tagged(HostValueArray, last, 1), 0}};
