@@ -403,6 +403,20 @@ class GatewayTest : public ::testing::Test {
     std::unique_ptr<tav::host::HttpGateway> gateway_;
 };
 
+// A reader that fell behind by more than the stream keeps goes on from the oldest event kept.
+TEST(EventStream, KeepsItsLastEventsForReadersThatFellBehind) {
+    tav::host::EventStream events;
+    for (std::size_t index = 0; index <= tav::host::EventStream::kKept; ++index) {
+        events.Publish({"e", std::to_string(index)});
+    }
+    std::uint64_t next = 0;
+    std::string text;
+    ASSERT_TRUE(events.Wait(next, text, std::chrono::milliseconds(0)));
+    EXPECT_EQ(text, "event: e\ndata: 1\n\n");
+    EXPECT_EQ(next, 2u);
+    EXPECT_EQ(events.Next(), tav::host::EventStream::kKept + 1);
+}
+
 TEST_F(GatewayTest, StreamsEventsAsServerSentEvents) {
     std::string received;
     httplib::Client client("127.0.0.1", gateway_->Port());
