@@ -126,6 +126,23 @@ TEST_F(SimulatedHostTest, JournalsEachScheduledCallbackWithItsDelay) {
     EXPECT_EQ(entries[0].summary, "schedule refresh in 0 s");
 }
 
+// Waits nest: each end closes the wait begun last, and an end without a beginning says so.
+TEST_F(SimulatedHostTest, JournalsNestedWaitsInnermostFirst) {
+    const CoreApi* api = host.StartInfo().api;
+    api->BeginWait(api, "Wait: outer", 0);
+    api->BeginWait(api, "Wait: yield", 0);
+    api->EndWait(api);
+    api->EndWait(api);
+    api->EndWait(api);
+    std::vector<std::string> ends;
+    for (const JournalEntry& entry : host.HostJournal().Select({"wait", 0, 10})) {
+        if (entry.summary.starts_with("wait over")) {
+            ends.push_back(entry.summary.substr(0, entry.summary.find(" after ")));
+        }
+    }
+    EXPECT_EQ(ends, (std::vector<std::string>{"wait over: yield", "wait over: outer", "wait over"}));
+}
+
 TEST(ScriptedAnswer, RefusesScriptsThatAreNotJson) {
     try {
         (void)ScriptedAnswer::Json("{oops}");
