@@ -51,14 +51,16 @@ TEST_F(ScenarioTest, ReportsEachStepAndPasses) {
                    "  - advance: 60\n"
                    "  - gameflow: {phase: ChampSelect}\n"
                    "  - call: {path: /x}\n"
-                   "    expect: {status: 404, message: No endpoint for /x, json: {status: 404}}\n",
+                   "    expect: {status: 404, message: No endpoint for /x, json: {status: 404}}\n"
+                   "  - expect: {log: [\"7311'\"]}\n",
                    0),
               "Scenario s.yaml: controls\n"
               "  1 ok    -- hello\n"
               "  2 ok    advance 60 s\n"
               "  3 ok    gameflow {\"phase\":\"ChampSelect\"}\n"
               "  4 ok    call GET /x: 404\n"
-              "  passed, 4 steps\n");
+              "  5 ok    expect {\"log\":[\"7311'\"]}\n"
+              "  passed, 5 steps\n");
 }
 
 TEST_F(ScenarioTest, PlaysEveryFileAfterAFailureAndCountsThem) {
@@ -128,6 +130,7 @@ TEST_F(ScenarioTest, RefusesFilesThatCannotBePlayed) {
          "steps[0].expect.status: expected a whole number, 0 or more"},
         {"steps: [{call: {method: GET}}]", "steps[0].call.path: missing"},
         {"steps: [{fault: {method: getAllMyLeagues, error: down}}]", "steps[0].fault.destination: missing"},
+        {"steps: [{fault: {destination: leagues, error: down}}]", "steps[0].fault.method: missing"},
         {"steps: [{expect: {events: [{nam: OnX}]}}]",
          "steps[0].expect.events[0].nam: unknown key; the keys here are name, payload"},
         {"steps: [{expect: {log: [[x]]}}]", "steps[0].expect.log[0]: expected a text"},
