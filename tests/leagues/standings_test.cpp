@@ -219,6 +219,8 @@ TEST(MarkApexMovements, SortsBothLeaguesAndMarksWhoMoves) {
         // Short league: challengers run out first; over-full: masters do.
         {Marks({900}, 4, {800, 700, 600, 500}), " C900 | M800+ M700+ M600+ M500"},
         {Marks({900, 800, 700, 600, 500}, 4, {850}), " C900 C800 C700 C600- C500- | M850+"},
+        // Both run out before the places do (the sanitizer build sees a step past the masters).
+        {Marks({900}, 5, {800}), " C900 | M800+"},
         {Marks({900, 800}, 0, {850}), " C900- C800- | M850"},
         // An empty challenger league: the best masters fill the places.
         {Marks({}, 2, {10, 30, 20}), " | M30+ M20+ M10"},
