@@ -5,6 +5,7 @@
 
 #include "codec/json_writer.h"
 #include "host_test_module.h"
+#include "support/host_record_lines.h"
 
 namespace tav::test {
 namespace {
@@ -205,6 +206,7 @@ TEST(CarelessDelivery, EventsThatDoNotFitAreDropped) {
     }
     module.deliver(nullptr);
     EXPECT_TRUE(lines.empty());
+    EXPECT_EQ(WarningAndErrorLines(hosted.host().Records()), std::vector<std::string>{});
 }
 
 }  // namespace
