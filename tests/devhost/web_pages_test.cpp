@@ -13,6 +13,7 @@ TEST(WebPages, ServesTheEmbeddedPagesAndNoFileOutsideTheExplorersFolder) {
     const std::filesystem::path root = std::filesystem::temp_directory_path() / "tav-web-pages-test";
     std::filesystem::create_directories(root / "dist" / "sub");
     std::ofstream(root / "dist" / "swagger-ui-bundle.js") << "bundle";
+    std::ofstream(root / "dist" / "swagger-ui-bundle.js.map") << "{}";
     std::ofstream(root / "dist" / "sub" / "inner.css") << "inner";
     std::ofstream(root / "secret.txt") << "secret";
     const std::string folder = (root / "dist").string();
@@ -28,6 +29,7 @@ TEST(WebPages, ServesTheEmbeddedPagesAndNoFileOutsideTheExplorersFolder) {
         {"/devhost/ui/dashboard.css", 200, "text/css; charset=utf-8", ":root {"},
         {"/devhost/explorer", 200, "text/html; charset=utf-8", "<!doctype html>"},
         {"/devhost/explorer/swagger-ui-bundle.js", 200, "text/javascript; charset=utf-8", "bundle"},
+        {"/devhost/explorer/swagger-ui-bundle.js.map", 200, "application/json", "{}"},
         {"/devhost/ui/missing.js", 0, "", ""},
         {"/devhost/explorer/../secret.txt", 0, "", ""},
         {"/devhost/explorer/sub/inner.css", 0, "", ""},

@@ -138,6 +138,8 @@ TEST(ParseParticipantId, ReadsTheLeadingDecimalNumber) {
         SCOPED_TRACE(text);
         EXPECT_EQ(ParseParticipantId(text), id);
     }
+    // A view ends where it ends, even when digits follow in memory.
+    EXPECT_EQ(ParseParticipantId(std::string_view("12345").substr(0, 2)), 12u);
 }
 
 TEST(ParseParticipantId, FailsWithTheTextOfItsErrorKind) {
