@@ -37,6 +37,8 @@ TEST(FormatMessage, Placeholders) {
         {"%2 %s %s", {"a", "b"}, "b a b"},
         // Digits after a numbered placeholder are text.
         {"%1d", {4}, "4d"},
+        // An argument number never starts with 0: "%05d" is a zero-padded width.
+        {"[%05d]", {42, 2, 3, 4, 5}, "[00042]"},
         {"%10", {1, 2, 3, 4, 5, 6, 7, 8, 9, 10}, "10"},
         // A number above the argument count is a width: "%10" then ends before a
         // conversion, and in "%3$s" the "$" is the conversion, which a text replaces by "s".

@@ -3,8 +3,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+
 #include "diagnostics/log_system.h"
 
+#include "support/host_record_lines.h"
 #include "support/hosted_module.h"
 
 namespace wex {
@@ -17,11 +20,15 @@ class TestModule : public AppModule {
     TestModule() : AppModule("tav-leagues") {}
     bool OnStart() override {
         ++startCount;
+        if (startFailure != nullptr) {
+            throw std::runtime_error(startFailure);
+        }
         return startAnswer;
     }
 
     int startCount = 0;
     bool startAnswer = true;
+    const char* startFailure = nullptr;
 };
 
 PluginLoadInfo CoreVersion(std::uint32_t major, std::uint32_t minor, std::uint32_t patch) {
@@ -118,6 +125,10 @@ TEST_F(AppModuleStart, RefusesAMissingStartRecordOrTableAndAnswersWhatOnStartAns
     EXPECT_TRUE(records.journal.empty());
     module.startAnswer = false;
     EXPECT_FALSE(hosted.Start());
+    // A start that throws fails, and says why.
+    module.startFailure = "no room";
+    EXPECT_FALSE(hosted.Start());
+    EXPECT_EQ(tav::test::WarningAndErrorLines(records), std::vector<std::string>{" ERROR| DBG| Start failed: no room"});
 }
 
 TEST_F(AppModuleStart, StopUnregistersEveryHostEventOnceInTableOrder) {

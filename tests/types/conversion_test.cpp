@@ -156,6 +156,11 @@ TEST_F(Conversions, OmitWhenDefaultLeavesOutFieldsThatHoldNothing) {
     sparse.extra.SetBool(false);
     EXPECT_EQ(Describe(ToBinding(sparse, registry_)),
               "structure{count:signed(-1),key:structure{number:signed(0),region:string(),},label:string(x),}");
+    // Into a value that held a structure already: nothing of it is left.
+    BindingProperty reused;
+    reused.Member("stale").SetBool(true);
+    ToBinding(reused, Sparse{}, registry_);
+    EXPECT_EQ(Describe(reused), "structure{key:structure{number:signed(0),region:string(),},}");
 }
 
 TEST_F(Conversions, ToBindingFailsOnAnUnregisteredStructureAndMarksOtherResultsValid) {
