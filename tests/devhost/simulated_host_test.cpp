@@ -143,6 +143,20 @@ TEST_F(SimulatedHostTest, JournalsNestedWaitsInnermostFirst) {
     EXPECT_EQ(ends, (std::vector<std::string>{"wait over: yield", "wait over: outer", "wait over"}));
 }
 
+TEST(WaitSubject, NamesWhatAWaitIsFor) {
+    const std::pair<const char*, const char*> rows[] = {
+        {"Wait: yield", "yield"},
+        {"Wait: future<wex::MaybeType<wex::Failure, Orvel::Client::Leagues::LCDS::LeagueListDTO> >", "league list"},
+        {"Wait: future<wex::MaybeType<wex::Failure, std::vector<Orvel::Client::Leagues::Api::LeagueTier> > >",
+         "league tier list"},
+        {"Wait: future<class wex::MaybeType<class wex::Failure, struct Orvel::Client::Leagues::Api::Team> >", "team"},
+        {"Wait: future<wex::MaybeType<wex::Failure, wex::BindingProperty> >", "value"},
+    };
+    for (const auto& [label, subject] : rows) {
+        EXPECT_EQ(WaitSubject(label), subject) << label;
+    }
+}
+
 TEST(ScriptedAnswer, RefusesScriptsThatAreNotJson) {
     try {
         (void)ScriptedAnswer::Json("{oops}");
