@@ -75,17 +75,19 @@ TEST(AppModuleLoad, AcceptsEveryCoreOfTheSameMajorAtOrAboveItsOwnVersion) {
     EXPECT_EQ(LoadPlugin<TestModule>(nullptr), nullptr);
 }
 
-// The reason is logged before the assertion stops the process.
+// The reason is logged, then the assertion stops the process.
 TEST(AppModuleLoadDeathTest, RefusesAnotherMajorOrAnOlderVersion) {
     const std::uint32_t refused[][3] = {{17, 9, 9}, {19, 2, 3}, {0, 0, 0}};
     for (const auto& version : refused) {
         PluginLoadInfo info = CoreVersion(version[0], version[1], version[2]);
         const std::string core =
-            std::to_string(version[0]) + "\\." + std::to_string(version[1]) + "\\." + std::to_string(version[2]);
+            std::to_string(version[0]) + "." + std::to_string(version[1]) + "." + std::to_string(version[2]);
+        // Substrings, not one regex: the Windows regex engine's "." does not cross lines.
         EXPECT_DEATH(Load(info),
-                     "tav-leagues which supports plugin API 18\\.0\\.0 is not compatible with core's "
-                     "plugin API " +
-                         core + ".*Assertion failed!\n\nExpression: ALE-EECF0606");
+                     ::testing::AllOf(::testing::HasSubstr("tav-leagues which supports plugin API 18.0.0 is not "
+                                                           "compatible with core's plugin API " +
+                                                           core),
+                                      ::testing::HasSubstr("Assertion failed!\n\nExpression: ALE-EECF0606")));
     }
 }
 
