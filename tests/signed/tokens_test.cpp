@@ -1,6 +1,9 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -18,6 +21,24 @@ using namespace std::chrono_literals;
 using test::EncodeBase64Url;
 using test::MakeToken;
 
+// The tab-separated rows of a case file next to this one, without its comment lines.
+std::vector<std::vector<std::string>> ReadCases(const char* name) {
+    std::ifstream file(std::filesystem::path(__FILE__).replace_filename(name));
+    EXPECT_TRUE(file.good()) << "cannot read " << name;
+    std::vector<std::vector<std::string>> rows;
+    for (std::string line; std::getline(file, line);) {
+        if (line.empty() || line[0] == '#') {
+            continue;
+        }
+        std::vector<std::string>& fields = rows.emplace_back();
+        std::istringstream columns(line);
+        for (std::string field; std::getline(columns, field, '\t');) {
+            fields.push_back(field);
+        }
+    }
+    return rows;
+}
+
 // The value read, written back as compact JSON; or the exception's kind and message.
 std::string ReadAsText(std::string_view text) {
     try {
@@ -29,60 +50,16 @@ std::string ReadAsText(std::string_view text) {
     }
 }
 
-TEST(TokenJsonReader, ReadsAnObjectOfEveryKindOfValueWithNumbersAsDoubles) {
-    EXPECT_EQ(ReadAsText(R"( {"sub": "1234", "exp": 1700000000, "admin": true, "guest": false, "scope": null,
-                             "roles": ["a", 2.5, [], {}], "nested": {"x": -1e3, "y": 1E+2}} )"),
-              R"({"admin":true,"exp":1700000000.0,"guest":false,"nested":{"x":-1000.0,"y":100.0},)"
-              R"("roles":["a",2.5,[],{}],"scope":null,"sub":"1234"})");
+TEST(TokenJsonReader, ReadsTheCaseTableOrFailsAtTheFirstErrorWithItsMessage) {
+    const auto rows = ReadCases("token_json_cases.tsv");
+    ASSERT_GT(rows.size(), 20u);
+    for (const std::vector<std::string>& row : rows) {
+        SCOPED_TRACE(row.at(0));
+        EXPECT_EQ(ReadAsText(row.at(0)), row.at(1));
+    }
     EXPECT_EQ(ReadAsText("\t\r\n{ }\n"), "{}");
-}
-
-TEST(TokenJsonReader, StringEscapesStandForTheirCharactersExceptUnicodeWhichStaysAsWritten) {
-    const wex::BindingProperty object = json::ReadObject(R"({"s": "q\" b\\ s\/ \b\f\n\r\t \u00e9 \u12"})");
-    EXPECT_EQ(object.Member("s").AsString(), "q\" b\\ s/ \b\f\n\r\t \\u00e9 \\u12");
-    EXPECT_EQ(json::ReadObject(R"({"a\tb": 1})").HasMember("a\tb"), true);
     const std::string raw = std::string("{\"k\": \"\x01\xff") + '\0' + "z\"}";
     EXPECT_EQ(json::ReadObject(raw).Member("k").AsString(), std::string_view("\x01\xff\0z", 4));
-}
-
-TEST(TokenJsonReader, FailsAtTheFirstErrorWithItsMessage) {
-    struct Row {
-        const char* text;
-        const char* outcome;
-    };
-    const Row rows[] = {
-        // Scanning.
-        {R"({"a": "x\q"})", R"(scan: Unrecognized escape sequence found in string: \q)"},
-        {R"({"a": "x\)", R"(scan: Unrecognized escape sequence found in string: \)"},
-        {R"({"a": 1e999})", "scan: Unexpected character in NUMBER token: 1e999"},
-        {R"({"a": tru})", "scan: Expected string: true"},
-        {R"({"a": True})", "scan: Unexpected character in stream: T"},
-        {R"({"a": +1})", "scan: Unexpected character in stream: +"},
-        // Tokens are read as the grammar asks for them: the first error in the text wins.
-        {R"([1, @])", "parse: Unexpected token: ["},
-        {R"({"a": 1} @)", "scan: Unexpected character in stream: @"},
-        // Grammar.
-        {R"({"o": {"a": 1, "b": 2, "a": 3}})", "parse: Duplicate object member token: a"},
-        {R"({"a": 1, "A": 2, "a ": 3})", R"({"A":2.0,"a":1.0,"a ":3.0})"},
-        {R"("text")", "parse: Unexpected token: text"},
-        {R"({1: 2})", "parse: Unexpected token: 1"},
-        {R"({"a" 1})", "parse: Unexpected token: 1"},
-        {R"({"a": })", "parse: Unexpected token: }"},
-        {R"({"a": [1 2]})", "parse: Unexpected token: 2"},
-        // The end where a value is needed, and where punctuation or a name is.
-        {"", "parse: Unexpected end of token stream"},
-        {R"({"a":)", "parse: Unexpected end of token stream"},
-        {R"({)", "parse: Unexpected End of token stream"},
-        {R"({"a")", "parse: Unexpected End of token stream"},
-        {R"({"a": [1)", "parse: Unexpected End of token stream"},
-        {R"({"a": "open)", "parse: Unexpected End of token stream"},
-        // After the object.
-        {R"({} {})", "parse: Expected End of token stream; found {"},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.text);
-        EXPECT_EQ(ReadAsText(row.text), row.outcome);
-    }
 }
 
 TEST(TokenJsonReader, DeepNestingNeitherRecursesNorFails) {
@@ -120,43 +97,27 @@ TEST(DecodeBase64Url, GroupsOfFourGiveThreeBytesUntilPaddingOrACharacterOutsideB
     }
 }
 
-TEST(JwtToken, ReadsOnFirstUseAndSplitsAtEveryDotKeepingEmptyPieces) {
+TEST(JwtToken, ReadsOnFirstUseAndMissingEmptyOrUnreadableSegmentsReadAsErrorObjects) {
     JwtToken once(MakeToken(R"({"exp": 1})"));
     EXPECT_FALSE(once.Parsed());
     EXPECT_DOUBLE_EQ(once.Claims().Member("exp").AsDouble(), 1.0);
     EXPECT_TRUE(once.Parsed());
     EXPECT_EQ(JwtToken("").Segments(), std::vector<std::string>{""});
     EXPECT_EQ(JwtToken("a..c.d.").Segments(), (std::vector<std::string>{"a", "", "c", "d", ""}));
-}
-
-TEST(JwtToken, MissingEmptyOrUnreadableSegmentsReadAsErrorObjects) {
-    const std::string header = EncodeBase64Url(R"({"alg":"none"})");
-    const std::string claims = EncodeBase64Url(R"({"exp":5})");
-    struct Row {
+    const auto rows = ReadCases("token_cases.tsv");
+    ASSERT_EQ(rows.size(), 7u);
+    for (const std::vector<std::string>& row : rows) {
+        SCOPED_TRACE(row.at(0));
         std::string token;
-        const char* header;
-        const char* claims;
-        const char* signature;
-    };
-    const Row rows[] = {
-        {header, R"({"alg":"none"})", R"({"error":true})", "NO_VALID_CRYPTO_SEGMENT_FOUND_IN_TOKEN"},
-        {"." + claims, R"({"error":true})", R"({"exp":5.0})", "NO_VALID_CRYPTO_SEGMENT_FOUND_IN_TOKEN"},
-        {header + "." + claims + ".", R"({"alg":"none"})", R"({"exp":5.0})", "NO_VALID_CRYPTO_SEGMENT_FOUND_IN_TOKEN"},
-        {header + ".." + EncodeBase64Url("sig"), R"({"alg":"none"})", R"({"error":true})", "sig"},
-        // A segment that is no JSON object holds the reader's message.
-        {header + "." + EncodeBase64Url("[1]"), R"({"alg":"none"})", R"({"error":"Unexpected token: ["})",
-         "NO_VALID_CRYPTO_SEGMENT_FOUND_IN_TOKEN"},
-        {header + "." + EncodeBase64Url(R"({"exp": 1e})"), R"({"alg":"none"})",
-         R"({"error":"Unexpected character in NUMBER token: 1e"})", "NO_VALID_CRYPTO_SEGMENT_FOUND_IN_TOKEN"},
-        {header + ".!!!!", R"({"alg":"none"})", R"({"error":"Unexpected end of token stream"})",
-         "NO_VALID_CRYPTO_SEGMENT_FOUND_IN_TOKEN"},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.token);
-        JwtToken token(row.token);
-        EXPECT_EQ(wex::WriteJson(token.Header()), row.header);
-        EXPECT_EQ(wex::WriteJson(token.Claims()), row.claims);
-        EXPECT_EQ(token.Signature(), row.signature);
+        for (std::size_t at = 0, dot = 0; dot != std::string::npos; at = dot + 1) {
+            dot = row[0].find('.', at);
+            const std::string segment = row[0].substr(at, dot - at);
+            token += (at == 0 ? "" : ".") + (segment.starts_with('=') ? segment.substr(1) : EncodeBase64Url(segment));
+        }
+        JwtToken read(token);
+        EXPECT_EQ(wex::WriteJson(read.Header()), row.at(1));
+        EXPECT_EQ(wex::WriteJson(read.Claims()), row.at(2));
+        EXPECT_EQ(read.Signature(), row.at(3));
     }
 }
 
@@ -169,34 +130,22 @@ std::string ExpiringAt(const std::string& exp) {
     return MakeToken(R"({"sub": "42", "exp": )" + exp + "}");
 }
 
-TEST(RevalidationDelay, IsAMinuteBeforeTheEarliestExpiryTruncatedToSecondsAgainstThePresentInTenthsOfAMicrosecond) {
-    constexpr std::chrono::nanoseconds kCentury = std::chrono::hours(24 * 365 * 100);
-    struct Row {
+TEST(RevalidationDelay, IsAMinuteBeforeTheEarliestExpiryAndSkipsTokensWithoutOne) {
+    const auto rows = ReadCases("revalidation_cases.tsv");
+    ASSERT_EQ(rows.size(), 9u);
+    for (const std::vector<std::string>& row : rows) {
+        SCOPED_TRACE(row.at(0));
         std::vector<std::string> tokens;
-        std::chrono::nanoseconds now;
-        std::chrono::nanoseconds delay;
-    };
-    const Row rows[] = {
-        {{ExpiringAt("1700003600"), ExpiringAt("1700000000")}, 1699999000s, 940s},
-        {{ExpiringAt("1700000030")}, 1800000000s, -100000030s},
-        {{ExpiringAt("1700000000.999999")}, 1699999000s, 940s},
-        {{ExpiringAt("1700000000")}, 1699999000s + 150ns, 940s - 100ns},
-        {{ExpiringAt("-1.5")}, 0s, -61s},
-        {{ExpiringAt("1e300")}, 1700000000s, kCentury - 60s},
-        {{ExpiringAt("-1e300")}, 1700000000s, -kCentury - 60s},
-        // An expiry that is no number counts as zero.
-        {{ExpiringAt("1700000000"), ExpiringAt(R"("1700000000")")}, 1000s, -1060s},
-        {{ExpiringAt("[1700000000]")}, 1000s, -1060s},
-        // Tokens without an expiry are skipped.
-        {{MakeToken(R"({"sub": "42"})"), EncodeBase64Url(R"({"exp": 1})"), ExpiringAt("1700000000"),
-          MakeToken("not json"), ""},
-         1699999000s,
-         940s},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.tokens.back());
-        EXPECT_EQ(RevalidationDelay(row.tokens, At(row.now)), row.delay);
+        std::istringstream expiries(row.at(0));
+        for (std::string exp; expiries >> exp;) {
+            tokens.push_back(ExpiringAt(exp));
+        }
+        EXPECT_EQ(RevalidationDelay(tokens, At(std::chrono::nanoseconds(std::stoll(row.at(1))))),
+                  std::chrono::nanoseconds(std::stoll(row.at(2))));
     }
+    const std::vector<std::string> skipped = {MakeToken(R"({"sub": "42"})"), EncodeBase64Url(R"({"exp": 1})"),
+                                              ExpiringAt("1700000000"), MakeToken("not json"), ""};
+    EXPECT_EQ(RevalidationDelay(skipped, At(1699999000s)), 940s);
     EXPECT_EQ(RevalidationDelay({}, At(0s)), std::nullopt);
     const std::vector<std::string> noExpiry = {MakeToken("{}"), "garbage.with.dots"};
     EXPECT_EQ(RevalidationDelay(noExpiry, At(0s)), std::nullopt);
