@@ -5,6 +5,7 @@
 #include <fstream>
 #include <sstream>
 
+#include "case_table.h"
 #include "scenario.h"
 
 namespace {
@@ -67,88 +68,34 @@ TEST_F(ScenarioTest, PlaysEveryFileAfterAFailureAndCountsThem) {
     const std::string passing = Write("a.yaml", "name: a\nsteps: [{note: x}]\n");
     const std::string failing = Write("b.yaml", "name: b\nsteps: [{call: {path: /x}, expect: {status: 200}}]\n");
     const std::string later = Write("c.yaml", "name: c\nrequires: [GET /tav-leagues/v9/future]\nsteps: [{note: x}]\n");
+    const std::string missing = folder_ + "/none.yaml";
     std::ostringstream out;
-    EXPECT_EQ(RunScenarios({failing, passing, later}, {TAV_PLUGIN_PATH, {18, 0, 0}}, out), 1);
-    EXPECT_TRUE(out.str().ends_with("  passed, 1 steps\nScenario " + later +
+    EXPECT_EQ(RunScenarios({failing, passing, missing, later}, {TAV_PLUGIN_PATH, {18, 0, 0}}, out), 1);
+    EXPECT_TRUE(out.str().ends_with("  passed, 1 steps\nScenario " + missing + ": cannot read " + missing +
+                                    "\nScenario " + later +
                                     ": c\n  skipped: the plug-in has no route GET /tav-leagues/v9/future yet\n"
-                                    "Scenarios: 1 passed, 1 failed, 1 skipped\n"))
+                                    "Scenarios: 1 passed, 2 failed, 1 skipped\n"))
         << out.str();
 }
 
 TEST_F(ScenarioTest, StopsAtTheFirstMismatchWithWhatDiffered) {
-    const struct {
-        const char* step;
-        const char* failure;
-    } cases[] = {
-        {"- call: {path: /x}\n  expect: {status: 200}",
-         "call GET /x: 404, expected 200 ({\"message\":\"No endpoint for /x\",\"status\":404})"},
-        {"- call: {path: /x}\n  expect: {json: {status: 400}}",
-         "call GET /x: 404, answer $.status: expected 400, got 404"},
-        {"- call: {path: /x}\n  expect: {message: Nope}",
-         "call GET /x: 404, expected the message \"Nope\", got {\"message\":\"No endpoint for /x\",\"status\":404}"},
-        {"- call: {path: /x}\n  expect: {contains: [1]}", "call GET /x: 404, no element holds 1"},
-        {"- expect: {events: [{name: OnJsonApiEvent, payload: {uri: /a}}]}",
-         "no event {\"name\":\"OnJsonApiEvent\",\"payload\":{\"uri\":\"/a\"}} was published"},
-        {"- expect: {serverCalls: [{destination: leagues, method: getAllMyLeagues}]}",
-         "no server call {\"destination\":\"leagues\",\"method\":\"getAllMyLeagues\"} was made"},
-        {"- expect: {log: [Failed]}", "no log line contains \"Failed\""},
-        {"- expect: {hostCalls: [SubscribeHostEvent OnNothing]}",
-         "no host call contains \"SubscribeHostEvent OnNothing\""},
-        {"- advance: 0",
-         "POST /devhost/clock answered 400 {\"message\":\"The clock moves on by {\\\"seconds\\\": N}, N more than 0 "
-         "and at "
-         "most 86400\",\"status\":400}"},
-        {"- expect: {hostCalls: [ScheduleCallback wex-be-tav-leagues:revalidate-jwt 53]}",
-         "no host call contains \"ScheduleCallback wex-be-tav-leagues:revalidate-jwt 53\""},
-        // At login the plug-in logs that it acknowledged the stored message '7311'.
-        {"- expect: {log: [\"1'\"]}", "no log line contains \"1'\""},
-    };
-    for (const auto& row : cases) {
-        SCOPED_TRACE(row.step);
-        std::string step = row.step;
-        for (std::size_t at = 0; (at = step.find('\n', at)) != std::string::npos; at += 3) {
-            step.insert(at + 1, "  ");
-        }
-        EXPECT_EQ(Play("name: one\nsteps:\n  - note: first\n  " + step + "\n  - note: never\n", 1),
-                  std::string("Scenario s.yaml: one\n  1 ok    -- first\n  2 FAIL  ") + row.failure + "\n");
+    for (const auto& row : tav::test::ReadCaseTable("scenario_mismatches.tsv", 2)) {
+        SCOPED_TRACE(row[0]);
+        EXPECT_EQ(Play("name: one\nsteps:\n  - note: first\n  " + row[0] + "\n  - note: never\n", 1),
+                  "Scenario s.yaml: one\n  1 ok    -- first\n  2 FAIL  " + row[1] + "\n");
     }
 }
 
 TEST_F(ScenarioTest, RefusesFilesThatCannotBePlayed) {
-    const struct {
-        const char* text;
-        const char* refusal;
-    } cases[] = {
-        {"steps: []", "a scenario needs \"steps\", a list of at least one step"},
-        {"nme: x\nsteps: [{note: x}]", "nme: unknown key; the keys here are name, world, requires, steps"},
-        {"steps: [{note: x}, []]", "steps[1]: a step is a mapping with one action, such as {login: {}}"},
-        {"steps: [{dance: {}}]", "steps[0]: unknown step \"dance\""},
-        {"steps: [{login: {}, logout: {}}]", "steps[0].logout: unknown key; the keys here are login"},
-        {"steps: [{call: {path: /x}, expect: {stauts: 500}}]",
-         "steps[0].expect.stauts: unknown key; the keys here are status, json, contains, lacks, message"},
-        {"steps: [{call: {path: /x}, expect: {status: '500'}}]",
-         "steps[0].expect.status: expected a whole number, 0 or more"},
-        {"steps: [{call: {method: GET}}]", "steps[0].call.path: missing"},
-        {"steps: [{fault: {method: getAllMyLeagues, error: down}}]", "steps[0].fault.destination: missing"},
-        {"steps: [{fault: {destination: leagues, error: down}}]", "steps[0].fault.method: missing"},
-        {"steps: [{expect: {events: [{nam: OnX}]}}]",
-         "steps[0].expect.events[0].nam: unknown key; the keys here are name, payload"},
-        {"steps: [{expect: {log: [[x]]}}]", "steps[0].expect.log[0]: expected a text"},
-    };
-    for (const auto& row : cases) {
-        SCOPED_TRACE(row.text);
-        EXPECT_EQ(Play(std::string(row.text) + "\n", 1),
-                  std::string("Scenario s.yaml: (no name)\nScenario s.yaml: ") + row.refusal + "\n");
+    for (const auto& row : tav::test::ReadCaseTable("scenario_refusals.tsv", 2)) {
+        SCOPED_TRACE(row[0]);
+        EXPECT_EQ(Play(row[0] + "\n", 1), "Scenario s.yaml: (no name)\nScenario s.yaml: " + row[1] + "\n");
     }
     EXPECT_EQ(Play("name: lost\nworld: nowhere.yaml\nsteps: [{note: x}]\n", 1),
               "Scenario s.yaml: lost\nScenario s.yaml: cannot read the world file nowhere.yaml\n");
     Write("bad-world.yaml", "currentPlayer: 9\n");
     EXPECT_EQ(Play("name: bad\nworld: bad-world.yaml\nsteps: [{note: x}]\n", 1),
               "Scenario s.yaml: bad\nScenario s.yaml: bad-world.yaml: currentPlayer: 9 is not a player of the world\n");
-    std::ostringstream out;
-    EXPECT_EQ(RunScenarios({folder_ + "/none.yaml"}, {TAV_PLUGIN_PATH, {18, 0, 0}}, out), 1);
-    EXPECT_EQ(out.str(), "Scenario " + folder_ + "/none.yaml: cannot read " + folder_ +
-                             "/none.yaml\nScenarios: 0 passed, 1 failed, 0 skipped\n");
 }
 
 TEST_F(ScenarioTest, SkipsWhenThePluginLacksARouteItNeeds) {
