@@ -4,10 +4,10 @@
 
 #include <cstdint>
 #include <string>
-#include <tuple>
 #include <vector>
 
 #include "codec/json_writer.h"
+#include "notifications/case_table.h"
 #include "support/loaded_module.h"
 #include "types/native_conversion.h"
 
@@ -168,69 +168,26 @@ TEST_F(BuildNotificationDataTest, TheLastParamThatCountsDecidesEveryMemberItRead
     EXPECT_EQ(record.titleType, "LEAGUES_SYSTEM_SERIES_ENDED_TITLE_SOLO5V5");
 }
 
-TEST(IsPromoHelperTier, BronzeSilverAndGoldBelowRankOne) {
-    const std::tuple<const char*, const char*, bool> rows[] = {
-        {"BRONZE", "I", true},  {"SILVER", "I", true},    {"GOLD", "II", true},      {"GOLD", "", true},
-        {"GOLD", "i", true},    {"GOLD", "I", false},     {"PLATINUM", "IV", false}, {"MASTER", "I", false},
-        {"bronze", "V", false}, {"SILVER ", "II", false},
-    };
-    for (const auto& [tier, rank, promoHelper] : rows) {
-        SCOPED_TRACE(std::string(tier) + " " + rank);
-        EXPECT_EQ(IsPromoHelperTier(tier, rank), promoHelper);
-    }
-}
-
 TEST(SelectKeys, FollowTheReasonAndItsConditionsInOrder) {
-    struct Row {
-        const char* reason;
-        const char* tier;
-        const char* rank;
-        std::uint64_t seriesWins;
-        bool displayDecayWarning;
-        const char* inactivityStatus;
-        const char* key;
-    };
-    const Row rows[] = {
-        {"LEAGUE_DEMOTED", "SILVER", "II", 0, false, "", "LEAGUES_MESSAGE_PROMOHELPER_LEAGUE_DEMOTED"},
-        {"LEAGUE_DEMOTED", "GOLD", "I", 0, false, "", "LEAGUES_MESSAGE_LEAGUE_DEMOTED"},
-        {"MINISERIES_START", "BRONZE", "V", 1, false, "", "LEAGUES_MESSAGE_PROMOHELPER_MINISERIES_START_SINGULAR"},
-        {"MINISERIES_START", "BRONZE", "V", 2, false, "", "LEAGUES_MESSAGE_PROMOHELPER_MINISERIES_START_PLURAL"},
-        {"MINISERIES_START", "BRONZE", "V", 0, false, "", "LEAGUES_MESSAGE_MINISERIES_START"},
-        {"MINISERIES_START", "GOLD", "I", 1, false, "", "LEAGUES_MESSAGE_MINISERIES_START"},
-        {"LEAGUE_UPDATE_DECAY", "BRONZE", "I", 3, true, "INACTIVE", "LEAGUES_SYSTEM_DECAY"},
-        {"MINISERIES_CANCEL", "GOLD", "II", 0, true, "INACTIVE", "LEAGUES_SYSTEM_SERIES_ENDED_DECAY"},
-        {"MINISERIES_CANCEL", "GOLD", "II", 0, false, "INACTIVE", "LEAGUES_SYSTEM_SERIES_ENDED"},
-        {"MINISERIES_CANCEL", "GOLD", "II", 0, true, "inactive", "LEAGUES_SYSTEM_SERIES_ENDED"},
-        {"MINISERIES_LOST", "GOLD", "III", 0, false, "", "LEAGUES_MESSAGE_PROMOHELPER_MINISERIES_LOST"},
-        {"MINISERIES_LOST", "GOLD", "I", 0, false, "", "LEAGUES_MESSAGE_MINISERIES_LOST"},
-        {"LEAGUE_PROMOTED", "BRONZE", "V", 1, true, "INACTIVE", "LEAGUES_MESSAGE_LEAGUE_PROMOTED"},
-        {"league_demoted", "SILVER", "II", 0, false, "", "LEAGUES_MESSAGE_league_demoted"},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(std::string(row.reason) + " " + row.tier + " " + row.rank);
+    const auto rows = test::ReadCases("message_keys.tsv");
+    ASSERT_EQ(rows.size(), 29u);
+    for (const std::vector<std::string>& row : rows) {
+        SCOPED_TRACE(::testing::PrintToString(row));
         Api::LeagueNotificationResource record;
-        record.data.notifyReason = row.reason;
-        record.data.tier = row.tier;
-        record.data.rank = row.rank;
-        record.data.miniseriesWins = row.seriesWins;
-        record.data.displayDecayWarning = row.displayDecayWarning;
-        record.data.inactivityStatus = row.inactivityStatus;
-        EXPECT_EQ(SelectMessageKey(record), row.key);
-    }
-    // Titles: the reason's own or the general one; an ended series adds its queue.
-    const std::pair<const char*, const char*> titles[] = {
-        {"MINISERIES_START", "LEAGUES_GENERAL_LEAGUE_MINISERIES_TITLE"},
-        {"MINISERIES_CANCEL", "LEAGUES_SYSTEM_SERIES_ENDED_TITLE_FLEXTT"},
-        {"LEAGUE_UPDATE_DECAY", "LEAGUES_SYSTEM_DECAY_TITLE"},
-        {"MINISERIES_CANCEL ", "LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE"},
-        {"", "LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE"},
-    };
-    for (const auto& [reason, title] : titles) {
-        SCOPED_TRACE(reason);
-        Api::LeagueNotificationResource record;
-        record.data.notifyReason = reason;
-        record.data.queueType = "FLEXTT";
-        EXPECT_EQ(SelectTitleKey(record), title);
+        record.data.notifyReason = row.at(1);
+        if (row[0] == "promo") {
+            EXPECT_EQ(IsPromoHelperTier(row.at(1), row.at(2)), row.at(3) == "1");
+        } else if (row[0] == "title") {
+            record.data.queueType = "FLEXTT";
+            EXPECT_EQ(SelectTitleKey(record), row.at(2));
+        } else {
+            record.data.tier = row.at(2);
+            record.data.rank = row.at(3);
+            record.data.miniseriesWins = std::stoull(row.at(4));
+            record.data.displayDecayWarning = row.at(5) == "1";
+            record.data.inactivityStatus = row.at(6);
+            EXPECT_EQ(SelectMessageKey(record), row.at(7));
+        }
     }
 }
 

@@ -2,11 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "notifications/case_table.h"
 
 namespace Orvel::Client::Leagues {
 
@@ -256,29 +259,15 @@ TEST_F(StoreTest, HoldsTheRecordWhileTheListsChangeDuringTheServerCall) {
 }
 
 TEST(UpdateDecayWarnings, TheFirstMatchingRuleGivesTheWarning) {
-    using LCDS::LeagueTier;
-    const std::pair<LCDS::LeagueItemDTO, std::string> rows[] = {
-        {Entry(LeagueTier::SILVER, true, "INACTIVE", "WN"), kDecay},
-        {Entry(LeagueTier::GOLD, true, "WARNING", "WN"),
-         "LEAGUES_SYSTEM_SERIES_INACTIVITY LEAGUES_SYSTEM_SERIES_INACTIVITY_TITLE 1400 ALERT"},
-        {Entry(LeagueTier::GOLD, true, "", "N"),
-         "LEAGUES_SYSTEM_SERIES_INACTIVITY LEAGUES_SYSTEM_SERIES_INACTIVITY_TITLE 1400 ALERT"},
-        {Entry(LeagueTier::PLATINUM, true, "WARNING"),
-         "LEAGUES_SYSTEM_DECAY_SOON LEAGUES_SYSTEM_DECAY_SOON_TITLE 1500 ALERT"},
-        {Entry(LeagueTier::CHALLENGER, true, "GRACE"),
-         "LEAGUES_SYSTEM_DECAY_IMMINENT LEAGUES_SYSTEM_DECAY_IMMINENT_TITLE 1600 ALERT"},
-        {Entry(LeagueTier::GOLD, true, ""), ""},
-        {Entry(LeagueTier::GOLD, true, "ACTIVE"), ""},
-        {Entry(LeagueTier::GOLD, true, "inactive"), ""},
-        {Entry(LeagueTier::BRONZE, true, "INACTIVE"), ""},
-        {Entry(LeagueTier::SILVER, false, "INACTIVE"), ""},
-    };
-    for (const auto& [entry, warning] : rows) {
-        SCOPED_TRACE(entry.inactivityStatus + " " + entry.miniSeries.progress + " " +
-                     std::to_string(static_cast<int>(entry.tier)));
+    const std::string tiers[] = {"NONE", "BRONZE", "SILVER", "GOLD", "PLATINUM", "DIAMOND", "MASTER", "CHALLENGER"};
+    const auto rows = test::ReadCases("decay_warnings.tsv");
+    ASSERT_EQ(rows.size(), 10u);
+    for (const std::vector<std::string>& row : rows) {
+        SCOPED_TRACE(::testing::PrintToString(row));
+        const auto tier = static_cast<LCDS::LeagueTier>(std::find(tiers, std::end(tiers), row.at(0)) - tiers);
         LeagueNotificationStore store;
-        store.UpdateDecayWarnings({entry});
-        EXPECT_EQ(Listed(store), warning.empty() ? Lines{} : Lines{"0 " + warning});
+        store.UpdateDecayWarnings({Entry(tier, row.at(1) == "1", row.at(2), row.at(3))});
+        EXPECT_EQ(Listed(store), row.at(4) == "-" ? Lines{} : Lines{"0 " + row.at(4)});
     }
 }
 

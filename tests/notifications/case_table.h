@@ -1,0 +1,31 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace Orvel::Client::Leagues::test {
+
+// The tab-separated rows of a case file next to these tests, without its comment lines.
+inline std::vector<std::vector<std::string>> ReadCases(const char* name) {
+    std::ifstream file(std::filesystem::path(__FILE__).replace_filename(name));
+    EXPECT_TRUE(file.good()) << "cannot read " << name;
+    std::vector<std::vector<std::string>> rows;
+    for (std::string line; std::getline(file, line);) {
+        if (line.empty() || line[0] == '#') {
+            continue;
+        }
+        std::vector<std::string>& fields = rows.emplace_back();
+        std::istringstream columns(line);
+        for (std::string field; std::getline(columns, field, '\t');) {
+            fields.push_back(field);
+        }
+    }
+    return rows;
+}
+
+}  // namespace Orvel::Client::Leagues::test
