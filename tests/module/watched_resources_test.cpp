@@ -41,14 +41,6 @@ class WatchedStateTest : public ::testing::Test {
     test::LoadedModule loaded;
 };
 
-TEST_F(WatchedStateTest, StartsWithNobodyLoggedInAndEverySwitchOff) {
-    EXPECT_FALSE(state().loggedIn || state().seasonRewardConfigReceived || state().leagueServiceEnabled ||
-                 state().jwtEnabled || module().Signed().RevalidationArmed());
-    EXPECT_EQ(state().summonerId + state().accountId, 0u);
-    EXPECT_TRUE(module().Signed().Cached().summonerLeagues.empty());
-    EXPECT_EQ(state().gameflowPhase, Api::GameflowPhase::None);
-}
-
 TEST_F(WatchedStateTest, OnlyACompleteSuccessfulSessionLogsIn) {
     const std::pair<Api::LoginSession, bool> rows[] = {
         {Session(LoginSessionStates::SUCCEEDED, 12, 34), true},
@@ -91,6 +83,7 @@ TEST_F(WatchedStateTest, TheSwitchesFollowTheirValuesAndADeleteTurnsThemOff) {
     };
     for (const auto& [handler, member] : switches) {
         SCOPED_TRACE(member == &PlayerSession::jwtEnabled ? "JWTEnabled" : "leagueServiceEnabled");
+        EXPECT_FALSE(state().*member);
         (module().*handler)(kCreate, Bool(true));
         EXPECT_TRUE(state().*member);
         (module().*handler)(kUpdate, Bool(false));
