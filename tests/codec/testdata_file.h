@@ -29,10 +29,11 @@ inline std::string Unescape(const std::string& field) {
     return bytes;
 }
 
-// The tab-separated rows of a table kept next to these tests, without its
-// comment lines.
-inline std::vector<std::vector<std::string>> ReadCases(const std::string& name) {
-    std::istringstream text(ReadFileBytes(std::filesystem::path(__FILE__).parent_path() / name));
+// The tab-separated rows of a table kept in folder, these tests' unless
+// given, without its comment lines.
+inline std::vector<std::vector<std::string>> ReadCases(
+    const std::string& name, const std::filesystem::path& folder = std::filesystem::path(__FILE__).parent_path()) {
+    std::istringstream text(ReadFileBytes(folder / name));
     std::vector<std::vector<std::string>> rows;
     for (std::string line; std::getline(text, line);) {
         if (line.empty() || line[0] == '#') {

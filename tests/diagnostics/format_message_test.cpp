@@ -3,9 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <limits>
 #include <string>
 #include <vector>
+
+#include "../codec/testdata_file.h"
 
 namespace wex {
 
@@ -20,78 +21,39 @@ struct FormatText<Point> {
 
 namespace {
 
-TEST(FormatMessage, Placeholders) {
-    struct Row {
-        const char* format;
-        std::vector<FormatArgument> arguments;
-        const char* expected;
-    };
-    const std::string owned = "string";  // an argument refers to its text, which must outlive the table
-    const Row rows[] = {
-        {"%1.%2.%3", {1, 0, 5}, "1.0.5"},
-        {"%2 before %1", {"a", "b"}, "b before a"},
-        {"%1$5s", {"abc"}, "  abc"},
-        {"100%%", {}, "100%"},
-        {"%1%1", {7}, "77"},
-        // Numbered placeholders do not advance the order.
-        {"%1 %2 %9s", {"a", "b"}, "a b         a"},
-        {"%2 %s %s", {"a", "b"}, "b a b"},
-        // Digits after a numbered placeholder are text.
-        {"%1d", {4}, "4d"},
-        // An argument number never starts with 0: "%05d" is a zero-padded width.
-        {"[%05d]", {42, 2, 3, 4, 5}, "[00042]"},
-        {"%10", {1, 2, 3, 4, 5, 6, 7, 8, 9, 10}, "10"},
-        // A number above the argument count is a width: "%10" then ends before a
-        // conversion, and in "%3$s" the "$" is the conversion, which a text replaces by "s".
-        {"%10", {1}, ""},
-        {"x%3$sy", {"a", "b"}, "x  asy"},
-        // A missing argument ends the text.
-        {"%s %s %s", {"a", "b"}, "a b "},
-        {"a %*d b", {5}, "a "},
-        {"a %*3$d b", {5, 6}, "a "},
-        {"a %", {5}, "a "},
-        {"a %-5", {5}, "a "},
-        // A star takes the width or precision from an argument; texts and doubles count as 0.
-        {"[%*d]", {4, 7}, "[   7]"},
-        {"[%*d]", {-4, 7}, "[7   ]"},
-        {"[%.*f]", {2, 1.23456}, "[1.23]"},
-        {"[%*.*s]", {std::uint64_t{5}, std::int64_t{2}, "abcdef"}, "[   ab]"},
-        {"[%*2$s]", {"x", 3}, "[  x]"},
-        {"[%*d]", {"wide", 7}, "[7]"},
-        {"[%.*s]", {"three", "abc"}, "[]"},
-        {"[%*d]", {9.0, 7}, "[7]"},
-        // A number alone uses the default form; written length modifiers give way to the argument's own.
-        {"%1 %2 %3 %4 %5",
-         {-1, std::int64_t{-5'000'000'000}, ~std::uint64_t{0}, 0.25, "t"},
-         "-1 -5000000000 18446744073709551615 0.25 t"},
-        {"%hhd %ld %lld %zu %Lf %jd %td", {300, 1, 2, 3u, 0.5, 4, 5}, "300 1 2 3 0.500000 4 5"},
-        // Conversion n writes nothing.
-        {"a%nb%sc", {1, "x"}, "abxc"},
-        {"a%1$nb", {"x"}, "ab"},
-        // Flags, width and precision.
-        {"[%6d|%-6d|%06d|%+d|% d]", {42, 42, -42, 42, 42}, "[    42|42    |-00042|+42| 42]"},
-        {"[%#x|%X|%o|%.3d]", {255, 255, 8, 7}, "[0xff|FF|10|007]"},
-        {"[%8.3f|%e|%G]", {3.14159, 1500.0, 0.00001}, "[   3.142|1.500000e+03|1E-05]"},
-        {"[%-6s|%.2s|%6.2s|%---5s|%4$-4s]", {"ab", "abcdef", "abcdef", "ab"}, "[ab    |ab|    ab|ab   |ab  ]"},
-        // Each kind keeps its conversions and replaces the others by its own.
-        {"%d %x %c %i %s %f %u", {-3, -1, 'A', 12, 12, 12, -1}, "-3 ffffffff A 12 12 12 4294967295"},
-        {"%d %x %s %c",
-         {std::int64_t{-5'000'000'000}, std::int64_t{-1}, std::int64_t{-5}, std::int64_t{'B'}},
-         "-5000000000 ffffffffffffffff -5 B"},
-        {"%u %d %X %g %c %u",
-         {~std::uint64_t{0}, ~std::uint64_t{0}, std::uint64_t{0xABCDEF012345}, std::uint64_t{10}, std::uint64_t{'C'},
-          7u},
-         "18446744073709551615 -1 ABCDEF012345 10 C 7"},
-        {"%g %a %E %F %d %s %x", {0.5, 1.0, 2.5, 2.5, 2.5, 2.5, 2.5}, "0.5 0x1p+0 2.500000E+00 2.500000 2.5 2.5 2.5"},
-        {"%s %d %7x %s %s [%s]",
-         {"text", "text", "ab", std::string_view("view"), owned, static_cast<const char*>(nullptr)},
-         "text text      ab view string []"},
-        {"%s %d", {Point{1, 2}, Point{3, 4}}, "(1,2) (3,4)"},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.format);
-        EXPECT_EQ(FormatMessage(row.format, row.arguments), row.expected);
+// "i:-4" as the argument it names; a text refers to the field, which must outlive it.
+FormatArgument Argument(const std::string& field) {
+    const std::string value = field.substr(2);
+    switch (field[0]) {
+        case 'i':
+            return std::stoi(value);
+        case 'I':
+            return std::int64_t{std::stoll(value)};
+        case 'u':
+            return std::uint64_t{std::stoull(value)};
+        case 'd':
+            return std::stod(value);
+        default:
+            return std::string_view(field).substr(2);
     }
+}
+
+TEST(FormatMessage, Placeholders) {
+    const auto rows = tav::test::ReadCases("format_message_cases.tsv", std::filesystem::path(__FILE__).parent_path());
+    ASSERT_EQ(rows.size(), 37u);
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row[0]);
+        std::vector<FormatArgument> arguments;
+        for (std::size_t field = 2; field < row.size(); ++field) {
+            arguments.push_back(Argument(row[field]));
+        }
+        EXPECT_EQ(FormatMessage(row[0], arguments), row.at(1));
+    }
+    const std::string owned = "string";
+    EXPECT_EQ(FormatMessage("%s %d %7x %s %s [%s]", {"text", "text", "ab", std::string_view("view"), owned,
+                                                     static_cast<const char*>(nullptr)}),
+              "text text      ab view string []");
+    EXPECT_EQ(FormatMessage("%s %d", {Point{1, 2}, Point{3, 4}}), "(1,2) (3,4)");
 }
 
 TEST(FormatMessage, PlaceholderOfMoreThanSixtyCharactersEndsTheText) {
