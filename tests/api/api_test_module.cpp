@@ -1,6 +1,8 @@
 #include "api_test_module.h"
 
 #include <cstring>
+#include <filesystem>
+#include <fstream>
 
 #include "api/api_handler.h"
 
@@ -148,6 +150,29 @@ TestRequest Request(std::uint32_t method, std::string path) {
     request.method = method;
     request.path = std::move(path);
     return request;
+}
+
+std::vector<std::string> ExpectedLines(const std::string& name) {
+    std::ifstream file(std::filesystem::path(__FILE__).replace_filename("descriptions.txt"));
+    std::vector<std::string> lines;
+    bool inBlock = false;
+    for (std::string line; std::getline(file, line);) {
+        if (line.starts_with("== ")) {
+            inBlock = line.substr(3) == name;
+        } else if (inBlock) {
+            lines.push_back(line);
+        }
+    }
+    EXPECT_FALSE(lines.empty()) << "no block '" << name << "' in descriptions.txt";
+    return lines;
+}
+
+std::string ExpectedText(const std::string& name, const std::string& lineEnd) {
+    std::string text;
+    for (const std::string& line : ExpectedLines(name)) {
+        text += line + lineEnd;
+    }
+    return text;
 }
 
 HostRequest TestRequest::Record() {

@@ -69,6 +69,12 @@ struct TestRequest {
 
 TestRequest Request(std::uint32_t method, std::string path);
 
+// The lines of the block "== name" of descriptions.txt.
+std::vector<std::string> ExpectedLines(const std::string& name);
+
+// Those lines joined, each followed by lineEnd.
+std::string ExpectedText(const std::string& name, const std::string& lineEnd = "");
+
 // A response that releases itself.
 struct TestResponse {
     HostResponse record{};
