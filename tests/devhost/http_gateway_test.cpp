@@ -10,6 +10,7 @@
 #include <regex>
 #include <thread>
 
+#include "case_table.h"
 #include "codec/json_reader.h"
 #include "codec/json_writer.h"
 #include "http_gateway.h"
@@ -58,150 +59,32 @@ class RawConnection {
     int socket_;
 };
 
-// A refusal's answer is {"message": ..., "status": ...}; its rows give the message as it stands in the JSON.
 TEST_F(LiveHostTest, AnswersEveryKindOfRequestWithItsStatusAndJson) {
     Serve();
-    const char* kClockStep = R"(The clock moves on by {\"seconds\": N}, N more than 0 and at most 86400)";
-    const char* kTokenExpiry =
-        R"(The next tokens expire {\"seconds\": N} after they are handed out, N from 0 to 86400)";
-    const char* kDelay = R"(\"delaySeconds\" lies between 0 and 600)";
-    const char* kFault = "/devhost/faults/leagues/getAllMyLeagues";
-    const struct {
-        const char* method;
-        const char* path;
-        const char* body;
-        int status;
-        const char* answer;  // nullptr: not compared
-    } cases[] = {
-        {"GET", "/tav-leagues/v1/nothing?x=1", "", 404, "No endpoint for /tav-leagues/v1/nothing?x=1"},
-        {"GET", "/devhost/nothing", "", 404,
-         "tav-host has no route GET /devhost/nothing; GET /devhost/openapi.json lists them"},
-        {"PUT", "/devhost/gameflow", "{", 400, nullptr},
-        {"PUT", "/devhost/gameflow", R"({"queue":"RANKED_SOLO_5x5"})", 400,
-         R"(The gameflow needs a \"phase\", such as \"ChampSelect\")"},
-        {"PUT", "/devhost/gameflow", R"({"phase":"Lobbyy"})", 400,
-         "phase: 'Lobbyy' is none of None, Lobby, Matchmaking, CheckedIntoTournament, ReadyCheck, ChampSelect, "
-         "GameStart, FailedToLaunch, InProgress, Reconnect, WaitingForStats, PreEndOfGame, EndOfGame, "
-         "TerminatedInError"},
-        {"PUT", "/devhost/gameflow", R"({"phase":"ChampSelect","queue":"RANKED_FLEX_SR"})", 204, ""},
-        {"PUT", "/devhost/switches/darkMode", "true", 404,
-         "No switch darkMode; the switches are leagueServiceEnabled and JWTEnabled"},
-        {"PUT", "/devhost/switches/JWTEnabled", "1", 400, "A switch is set with true or false"},
-        {"PUT", "/devhost/switches/JWTEnabled", "false", 204, ""},
-        {"GET", "/devhost/resources/tav-platform-config/v1/namespaces/LeagueConfig/JWTEnabled", "", 200, "false"},
-        {"GET", "/devhost/resources/tav-nothing/v1/x", "", 404, "No resource /tav-nothing/v1/x"},
-        {"POST", "/devhost/clock", R"({"seconds":0})", 400, kClockStep},
-        {"POST", "/devhost/clock", R"({"seconds":86400.5})", 400, kClockStep},
-        {"POST", "/devhost/clock", R"({"seconds":"soon"})", 400, kClockStep},
-        {"POST", "/devhost/clock", R"({"seconds":86400})", 200, nullptr},
-        {"PUT", "/devhost/next-token-expiry", R"({"seconds":-0.5})", 400, kTokenExpiry},
-        {"PUT", "/devhost/next-token-expiry", R"({"seconds":86400.5})", 400, kTokenExpiry},
-        {"PUT", "/devhost/next-token-expiry", R"({"seconds":0})", 204, ""},
-        {"POST", "/devhost/messages", R"({"typeName":"x"})", 400, R"(A pushed message needs a \"body\" object)"},
-        {"PUT", "/devhost/faults/leagues", "{}", 404,
-         "tav-host has no route PUT /devhost/faults/leagues; GET /devhost/openapi.json lists them"},
-        {"PUT", kFault, R"({"delaySeconds":"soon"})", 400, kDelay},
-        {"PUT", kFault, R"({"delaySeconds":600.5})", 400, kDelay},
-        {"PUT", kFault, R"({"error":"down","delaySeconds":600})", 204, ""},
-        {"GET", "/devhost/faults", "", 200,
-         R"([{"className":"","delaySeconds":600.0,"destination":"leagues","error":"down","malformed":false,)"
-         R"("method":"getAllMyLeagues","status":500}])"},
-        {"DELETE", "/devhost/faults", "", 204, ""},
-        {"GET", "/devhost/faults", "", 200, "[]"},
-        {"DELETE", "/devhost/journal", "", 204, ""},
-        {"GET", "/devhost/journal", "", 200, "[]"},
-        {"GET", "/devhost/gameflow", "", 200, R"({"phase":"ChampSelect","queue":"RANKED_FLEX_SR"})"},
-        {"DELETE", "/devhost/gameflow", "", 204, ""},
-        {"GET", "/devhost/gameflow", "", 200, R"({"phase":"None","queue":""})"},
-        {"GET", "/devhost/switches", "", 200, R"({"JWTEnabled":false,"leagueServiceEnabled":true})"},
-        {"GET", "/devhost/journal?limit=0", "", 400, R"(\"limit\" takes a whole number from 1 to 1000, not '0')"},
-        {"GET", "/devhost/log?limit=1001", "", 400, R"(\"limit\" takes a whole number from 1 to 1000, not '1001')"},
-        {"GET", "/devhost/journal?since=-1", "", 400,
-         R"(\"since\" takes a whole number from 0 to 18446744073709551615, not '-1')"},
-        {"GET", "/devhost/journal?kind=all", "", 400,
-         R"(\"kind\" is one of http, server, request, event, subscription, schedule, wait, not 'all')"},
-    };
-    for (const auto& row : cases) {
-        SCOPED_TRACE(std::string(row.method) + " " + row.path + " " + row.body);
-        const auto result = client_->send([&] {
-            httplib::Request request;
-            request.method = row.method;
-            request.path = row.path;
-            request.body = row.body;
-            return request;
-        }());
+    for (const auto& row : tav::test::ReadCaseTable("gateway_requests.tsv", 5)) {
+        SCOPED_TRACE(row[0] + " " + row[1] + " " + row[2]);
+        httplib::Request request;
+        request.method = row[0];
+        request.path = row[1];
+        request.body = row[2];
+        const auto result = client_->send(request);
         ASSERT_TRUE(result) << httplib::to_string(result.error());
-        EXPECT_EQ(result->status, row.status);
-        if (row.answer != nullptr) {
-            EXPECT_EQ(result->body, row.status < 400 ? std::string(row.answer)
-                                                     : R"({"message":")" + std::string(row.answer) + R"(","status":)" +
-                                                           std::to_string(row.status) + "}");
+        EXPECT_EQ(result->status, std::stoi(row[3]));
+        if (row[4] != "*") {
+            EXPECT_EQ(result->body, row[4]);
         }
     }
 }
 
-// Whole answers as they go over the wire, headers and all.
 TEST_F(LiveHostTest, AnswersWrongMethodsCrossOriginCallsAndLongOrMissingBodiesWithTheirHeaders) {
     Serve();
-    const std::string tooLarge =
-        "413 Payload Too Large\r\nConnection: close\r\nContent-Length: 81\r\nContent-Type: application/json\r\n\r\n"
-        R"({"message":"tav-host takes request bodies of at most 1048576 bytes","status":413})";
-    const std::string cors =
-        "Access-Control-Allow-Origin: http://localhost:5173\r\nAccess-Control-Expose-Headers: "
-        "Allow\r\nConnection: close\r\n";
-    const std::string noContent = "204 No Content\r\nConnection: close\r\nContent-Length: 0\r\n\r\n";
-    const struct {
-        std::string request;
-        std::string answer;
-    } cases[] = {
-        {"DELETE /tav-leagues/v2/notifications HTTP/1.1\r\n\r\n",
-         "405 Method Not Allowed\r\nAllow: GET\r\nConnection: close\r\nContent-Length: 95\r\nContent-Type: "
-         "application/json\r\n\r\n"
-         R"({"message":"DELETE is not allowed on /tav-leagues/v2/notifications; it takes GET","status":405})"},
-        {"POST /devhost/gameflow HTTP/1.1\r\n\r\n",
-         "405 Method Not Allowed\r\nAllow: DELETE, GET, PUT\r\nConnection: close\r\nContent-Length: 94\r\n"
-         "Content-Type: application/json\r\n\r\n"
-         R"({"message":"POST is not allowed on /devhost/gameflow; it takes DELETE, GET, PUT","status":405})"},
-        {"OPTIONS /devhost/gameflow HTTP/1.1\r\nOrigin: http://localhost:5173\r\n"
-         "Access-Control-Request-Method: PUT\r\nAccess-Control-Request-Headers: content-type\r\n\r\n",
-         "204 No Content\r\nAccess-Control-Allow-Headers: content-type\r\nAccess-Control-Allow-Methods: DELETE, "
-         "GET, PUT, OPTIONS\r\n" +
-             cors.substr(0, cors.size() - 19) +
-             "Access-Control-Max-Age: 600\r\nAllow: DELETE, GET, PUT, OPTIONS\r\nConnection: close\r\n"
-             "Content-Length: 0\r\nVary: Origin\r\n\r\n"},
-        {"OPTIONS /tav-leagues/v2/notifications/7/acknowledge HTTP/1.1\r\nOrigin: http://localhost.example\r\n\r\n",
-         "204 No Content\r\nAllow: POST, OPTIONS\r\nConnection: close\r\nContent-Length: 0\r\n\r\n"},
-        {"OPTIONS /tav-leagues/v9/x HTTP/1.1\r\n\r\n",
-         "404 Not Found\r\nConnection: close\r\nContent-Length: 59\r\nContent-Type: application/json\r\n\r\n"
-         R"({"message":"No route takes /tav-leagues/v9/x","status":404})"},
-        {"GET /devhost/switches HTTP/1.1\r\nOrigin: http://localhost:5173\r\n\r\n",
-         "200 OK\r\n" + cors +
-             "Content-Length: 47\r\nContent-Type: application/json\r\nVary: Origin\r\n\r\n"
-             R"({"JWTEnabled":true,"leagueServiceEnabled":true})"},
-        {"GET /devhost/switches HTTP/1.1\r\nOrigin: http://127.0.0.1.example:80\r\n\r\n",
-         "200 OK\r\nConnection: close\r\nContent-Length: 47\r\nContent-Type: application/json\r\n\r\n"
-         R"({"JWTEnabled":true,"leagueServiceEnabled":true})"},
-        // Without Content-Length a request has no body.
-        {"POST /devhost/login HTTP/1.1\r\n\r\n", noContent},
-        {"POST /tav-leagues/v2/notifications/0/acknowledge HTTP/1.1\r\n\r\n", noContent},
-        {"PUT /devhost/gameflow HTTP/1.1\r\n\r\n",
-         "400 Bad Request\r\nConnection: close\r\nContent-Length: 82\r\nContent-Type: application/json\r\n\r\n"
-         R"({"message":"The gameflow needs a \"phase\", such as \"ChampSelect\"","status":400})"},
-        {"PUT /devhost/gameflow HTTP/1.1\r\nTransfer-Encoding: chunked\r\n\r\nzz\r\n",
-         "400 Bad Request\r\nConnection: close\r\nContent-Length: 63\r\nContent-Type: application/json\r\n\r\n"
-         R"({"message":"The request's body could not be read","status":400})"},
-        {"PUT /devhost/resources/x HTTP/1.1\r\nContent-Length: 1048577\r\n\r\n", tooLarge},
-        {"PUT /devhost/resources/x HTTP/1.1\r\nTransfer-Encoding: chunked\r\n\r\n100001\r\n" +
-             std::string(0x100001, ' ') + "\r\n0\r\n\r\n",
-         tooLarge},
-    };
-    for (const auto& row : cases) {
-        SCOPED_TRACE(row.request.substr(0, 100));
-        RawConnection connection(live_->Port());
-        std::string request = row.request;
-        request.insert(request.find("\r\n") + 2, "Host: tav\r\nConnection: close\r\n");
-        const std::string answer = connection.Exchange(request);
-        EXPECT_EQ(answer.substr(std::min<std::size_t>(9, answer.size())), row.answer);
+    for (auto row : tav::test::ReadCaseTable("gateway_wire.tsv", 2)) {
+        SCOPED_TRACE(row[0].substr(0, 100));
+        if (const std::size_t at = row[0].find("<1048577 spaces>"); at != std::string::npos) {
+            row[0].replace(at, 16, std::string(0x100001, ' '));
+        }
+        const std::string answer = RawConnection(live_->Port()).Exchange(row[0]);
+        EXPECT_EQ(answer.substr(std::min<std::size_t>(9, answer.size())), row[1]);
     }
     // The same from the other loopback origins.
     for (const char* origin : {"http://127.0.0.1:3000", "https://[::1]:8443", "http://localhost"}) {
@@ -286,43 +169,17 @@ TEST_F(LiveHostTest, NeedsTheTokenWhenItHasOneAndKeepsItFromThePlugin) {
     GatewayOptions options;
     options.accessToken = "s3cret";
     Serve(options);
-    const std::string refusal =
-        R"({"message":"This tav-host needs the access token it printed at start, as \"Authorization: Bearer TOKEN\" )"
-        R"(or \"?token=TOKEN\"","status":401})";
-    const std::string tiers = R"([{"achievedTiers":[{"division":2,"queueType":"SOLO5V5","tier":"GOLD"}],)"
-                              R"("summonerId":1001}])";
-    const struct {
-        const char* path;
-        const char* authorization;
-        int status;
-        std::string answer;
-    } cases[] = {
-        {"/devhost/faults", nullptr, 401, refusal},
-        {"/devhost/events", nullptr, 401, refusal},
-        {"/devhost/faults", "Bearer s3cre", 401, refusal},
-        {"/devhost/faults", "Basic s3cret", 401, refusal},
-        {"/devhost/faults?token=s3cre", nullptr, 401, refusal},
-        {"/devhost/faults", "Bearer s3cret", 200, "[]"},
-        {"/devhost/faults", "bEARER s3cret", 200, "[]"},
-        {"/devhost/faults?token=s3cret", nullptr, 200, "[]"},
-        {"/tav-leagues/v2/tiers?token=s3cret&summonerIds.0=1001&queueTypes.0=SOLO5V5", nullptr, 200, tiers},
-        {"/tav-leagues/v2/tiers?summonerIds.0=1001&token=s3cret&queueTypes.0=SOLO5V5", nullptr, 200, tiers},
-        {"/tav-leagues/v2/tiers?summonerIds.0=1001&queueTypes.0=SOLO5V5&token=s3cret", nullptr, 200, tiers},
-        {"/tav-leagues/v2/tiers?summonerIds.0=1001&queueTypes.0=SOLO5V5", "Bearer s3cret", 200, tiers},
-        {"/tav-leagues/v1/summoner-leagues/1001?token=s3cret", nullptr, 200, ""},
-        {"/devhost/ui/dashboard.css", nullptr, 200, ""},
-    };
-    for (const auto& row : cases) {
-        SCOPED_TRACE(std::string(row.path) + " " + (row.authorization != nullptr ? row.authorization : ""));
+    for (const auto& row : tav::test::ReadCaseTable("gateway_token.tsv", 4)) {
+        SCOPED_TRACE(row[0] + " " + row[1]);
         httplib::Headers headers;
-        if (row.authorization != nullptr) {
-            headers.emplace("Authorization", row.authorization);
+        if (!row[1].empty()) {
+            headers.emplace("Authorization", row[1]);
         }
-        const auto answer = client_->Get(row.path, headers);
+        const auto answer = client_->Get(row[0], headers);
         ASSERT_TRUE(answer);
-        EXPECT_EQ(answer->status, row.status) << answer->body;
-        if (!row.answer.empty()) {
-            EXPECT_EQ(answer->body, row.answer);
+        EXPECT_EQ(answer->status, std::stoi(row[2])) << answer->body;
+        if (!row[3].empty()) {
+            EXPECT_EQ(answer->body, row[3]);
         }
     }
 }
