@@ -16,33 +16,21 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-class LeagueFetchTest : public ::testing::Test {
-  protected:
-    void SetUp() override {
-        ASSERT_TRUE(hosted.Start());
-        hosted.host().ClearRecords();
-    }
-    LeaguesModule& module() { return hosted.module(); }
-    Lines LogLines() const { return tav::test::WarningAndErrorLines(hosted.records()); }
-
+TEST(LeagueFetch, NeedsTheLeagueServiceAndOnlyTheOwnPositionsSayWhenItIsOff) {
     tav::test::HostedModule<LeaguesModule> hosted;
-};
-
-TEST_F(LeagueFetchTest, MyLeaguePositionsNeedTheLeagueServiceAndSayWhenItIsOff) {
-    const auto answer = module().Queries().LoadSummonerLeaguesData();
-    ASSERT_TRUE(answer.HasFailure());
-    EXPECT_EQ(answer.GetFailure().Code(), 0);
-    EXPECT_EQ(answer.GetFailure().Message(), "LoadSummonerLeaguesData called while League service is not available.");
-    EXPECT_EQ(LogLines(), Lines{"  WARN| DBG| LoadSummonerLeaguesData called while League service is not available."});
-    EXPECT_EQ(tav::test::ServerCalls(hosted.records()), Lines{});
-}
-
-TEST_F(LeagueFetchTest, GetLeagueFailsQuietlyWithoutTheLeagueService) {
-    const auto answer =
-        module().Queries().GetLeague("getChallengerLeague", Api::LeagueQueueType::SOLO5V5, {"RANKED_SOLO_5x5"}, 0);
-    ASSERT_TRUE(answer.HasFailure());
-    EXPECT_EQ(answer.GetFailure().ToString(), "GetLeague called while League service is not available.");
-    EXPECT_EQ(LogLines(), Lines{});
+    ASSERT_TRUE(hosted.Start());
+    hosted.host().ClearRecords();
+    LeagueQueries& queries = hosted.module().Queries();
+    const auto positions = queries.LoadSummonerLeaguesData();
+    ASSERT_TRUE(positions.HasFailure());
+    EXPECT_EQ(positions.GetFailure().Code(), 0);
+    EXPECT_EQ(positions.GetFailure().Message(),
+              "LoadSummonerLeaguesData called while League service is not available.");
+    const auto league = queries.GetLeague("getChallengerLeague", Api::LeagueQueueType::SOLO5V5, {"RANKED_SOLO_5x5"}, 0);
+    ASSERT_TRUE(league.HasFailure());
+    EXPECT_EQ(league.GetFailure().ToString(), "GetLeague called while League service is not available.");
+    EXPECT_EQ(tav::test::WarningAndErrorLines(hosted.records()),
+              Lines{"  WARN| DBG| LoadSummonerLeaguesData called while League service is not available."});
     EXPECT_EQ(tav::test::ServerCalls(hosted.records()), Lines{});
 }
 

@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "leagues/case_table.h"
+
 namespace Orvel::Client::Leagues {
 
 namespace {
@@ -15,20 +17,11 @@ namespace {
 using Lines = std::vector<std::string>;
 
 TEST(StatCount, TruncatesTowardZeroAndSaturatesOutsideTheRange) {
-    using Limits = std::numeric_limits<std::int64_t>;
-    const std::pair<float, std::int64_t> rows[] = {
-        {0.0f, 0},
-        {10.9f, 10},
-        {-10.9f, -10},
-        {9223371487098961920.0f, 9223371487098961920},  // the largest float below 2^63
-        {9223372036854775808.0f, Limits::max()},        // 2^63
-        {-9223372036854775808.0f, Limits::min()},       // -2^63 fits
-        {-1e19f, Limits::min()},
-        {std::numeric_limits<float>::quiet_NaN(), 0},
-    };
-    for (const auto& [value, count] : rows) {
-        SCOPED_TRACE(value);
-        EXPECT_EQ(StatCount(value), count);
+    const auto rows = test::ReadCases("stat_counts.tsv");
+    ASSERT_EQ(rows.size(), 8u);
+    for (const std::vector<std::string>& row : rows) {
+        SCOPED_TRACE(row.at(0));
+        EXPECT_EQ(StatCount(std::stof(row.at(0))), std::stoll(row.at(1)));
     }
 }
 
@@ -117,60 +110,19 @@ TEST(ConvertTopChampions, TheRateComesFromTheFirstWonTotalAnywhereAndOtherTotals
     EXPECT_FALSE(std::isfinite(ConvertTopChampions(noGames).at(0).winRate));
 }
 
-TEST(ParseParticipantId, ReadsTheLeadingDecimalNumber) {
-    const std::pair<std::string, std::uint64_t> rows[] = {
-        {"0", 0},
-        {"007", 7},
-        {" \t\n\v\f\r42", 42},
-        {"+42", 42},
-        {"42abc", 42},
-        {"0x1F", 0},
-        {"18446744073709551615", 18446744073709551615u},
-        {"000000000000000000000018446744073709551615", 18446744073709551615u},
-        {"-1", 18446744073709551615u},
-        {"-0", 0},
-        {std::string("12\0"
-                     "34",
-                     5),
-         12},
-    };
-    for (const auto& [text, id] : rows) {
-        SCOPED_TRACE(text);
-        EXPECT_EQ(ParseParticipantId(text), id);
+TEST(ParseParticipantId, ReadsTheLeadingDecimalNumberOrFailsWithTheTextOfItsErrorKind) {
+    const auto rows = test::ReadCases("participant_ids.tsv");
+    ASSERT_EQ(rows.size(), 22u);
+    for (const std::vector<std::string>& row : rows) {
+        SCOPED_TRACE(row.at(0));
+        try {
+            EXPECT_EQ(std::to_string(ParseParticipantId(test::Unescape(row.at(0)))), row.at(1));
+        } catch (const ParticipantIdError& error) {
+            EXPECT_EQ(error.what(), row.at(1));
+        }
     }
     // A view ends where it ends, even when digits follow in memory.
     EXPECT_EQ(ParseParticipantId(std::string_view("12345").substr(0, 2)), 12u);
-}
-
-TEST(ParseParticipantId, FailsWithTheTextOfItsErrorKind) {
-    const std::pair<std::string, const char*> rows[] = {
-        {"", "invalid stoull argument"},
-        {"   ", "invalid stoull argument"},
-        {"+", "invalid stoull argument"},
-        {"+-1", "invalid stoull argument"},
-        {"x12", "invalid stoull argument"},
-        {"\x08"
-         "12",
-         "invalid stoull argument"},
-        {"\x0e"
-         "12",
-         "invalid stoull argument"},
-        {"\xC2\xA0"
-         "12",
-         "invalid stoull argument"},
-        {"18446744073709551616", "stoull argument out of range"},
-        {"-18446744073709551616", "stoull argument out of range"},
-        {"184467440737095516150", "stoull argument out of range"},
-    };
-    for (const auto& [text, message] : rows) {
-        SCOPED_TRACE(text);
-        try {
-            (void)ParseParticipantId(text);
-            ADD_FAILURE() << "no exception";
-        } catch (const ParticipantIdError& error) {
-            EXPECT_STREQ(error.what(), message);
-        }
-    }
 }
 
 TEST(TiersRequestTexts, DecimalIdsAndQuotedServerQueueNamesBetweenBracketsWithoutSpaces) {
