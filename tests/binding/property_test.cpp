@@ -9,15 +9,12 @@
 
 #include "binding/string_entry.h"
 #include "binding/value_text.h"
+#include "tree_views.h"
 
 namespace wex {
 namespace {
 
 using Kind = BindingPropertyKind;
-
-const StringEntry* EntryOf(const BindingProperty& node) {
-    return reinterpret_cast<const StringEntry*>(node.AsString().data()) - 1;
-}
 
 // The names show in the failures of scalar conversions and in tree pictures of the other tests.
 TEST(BindingPropertyKind, NamesEveryKindAndNothingElse) {

@@ -7,27 +7,10 @@
 
 #include "binding/fnv1a.h"
 #include "binding/property.h"
+#include "tree_views.h"
 
 namespace wex {
 namespace {
-
-std::vector<std::string> MemberNames(const BindingProperty& node) {
-    std::vector<std::string> names;
-    for (const BindingMember member : node.Members()) {
-        names.emplace_back(member.name);
-    }
-    return names;
-}
-
-std::vector<std::string> NumberedNames(int count) {
-    std::vector<std::string> names;
-    for (int index = 0; index < count; ++index) {
-        char name[16];
-        std::snprintf(name, sizeof name, "m%05d", index);
-        names.emplace_back(name);
-    }
-    return names;
-}
 
 // By its text, with or without its known hash, zero bytes included.
 TEST(StructureOrder, ANameIsOneMember) {

@@ -3,31 +3,69 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <sstream>
 #include <string>
-#include <utility>
 #include <vector>
 
-#include "binding/string_entry.h"
 #include "codec/json_writer.h"
+#include "tree_views.h"
 
 namespace wex {
 namespace {
 
-const StringEntry* EntryOf(const BindingProperty& node) {
-    return reinterpret_cast<const StringEntry*>(node.AsString().data()) - 1;
-}
-
-std::vector<std::string> MemberNames(const BindingProperty& node) {
-    std::vector<std::string> names;
-    for (const BindingMember member : node.Members()) {
-        names.emplace_back(member.name);
+// Plays a script on a builder: "{" and "[" open, "}" and "]" close, "." closes all, "k:NAME" is a key, "_" an
+// empty value, "'TEXT" a string, "true" a boolean and anything else a signed number.
+void Play(BindingTreeBuilder& builder, const std::string& script) {
+    std::istringstream words(script);
+    for (std::string word; words >> word;) {
+        if (word == "{") {
+            builder.OpenStructure();
+        } else if (word == "[") {
+            builder.OpenCollection();
+        } else if (word == "}" || word == "]") {
+            builder.Close();
+        } else if (word == ".") {
+            builder.CloseAll();
+        } else if (word.starts_with("k:")) {
+            builder.Key(word.substr(2));
+        } else if (word == "_") {
+            builder.NextValue();
+        } else if (word[0] == '\'') {
+            builder.NextValue().SetString(word.substr(1));
+        } else if (word == "true") {
+            builder.NextValue().SetBool(true);
+        } else {
+            builder.NextValue().SetSigned(std::stoll(word));
+        }
     }
-    return names;
 }
 
-TEST(BindingTreeBuilder, ContainersTakeTheirValuesWhenTheyClose) {
+TEST(BindingTreeBuilder, BuildsTheTreeOfEachScript) {
+    const struct {
+        const char* script;
+        const char* json;
+    } rows[] = {
+        {"{ k:list [ -1 _ 'third ] k:flag true }", R"({"flag":true,"list":[-1,null,"third"]})"},
+        {"'alone [ { } [ ] ]", "[{},[]]"},
+        // Of equal names the last value stays, whatever it is: a scalar, nothing, or a container that replaces one.
+        {"{ k:b 1 k:a { k:inner 'dropped } k:c 'kept k:b 3 k:a 'dropped k:c _ k:a 'last }",
+         R"({"a":"last","b":3,"c":null})"},
+        {"[ 1 { k:x 2 k:unfilled .", R"([1,{"x":2}])"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.script);
+        BindingProperty root;
+        BindingTreeBuilder builder(root);
+        Play(builder, row.script);
+        EXPECT_EQ(builder.Depth(), 0u);
+        EXPECT_EQ(WriteJson(root), row.json);
+    }
+}
+
+TEST(BindingTreeBuilder, ReportsItsStateBetweenStepsAndGivesBackTheStringsOfDroppedValues) {
     BindingProperty root;
     BindingTreeBuilder builder(root);
+    EXPECT_EQ(&builder.NextValue(), &root);
     builder.OpenStructure();
     EXPECT_TRUE(builder.ExpectsKey());
     builder.Key("list");
@@ -35,64 +73,9 @@ TEST(BindingTreeBuilder, ContainersTakeTheirValuesWhenTheyClose) {
     builder.OpenCollection();
     EXPECT_EQ(builder.Depth(), 2u);
     EXPECT_FALSE(builder.ExpectsKey());
-    builder.NextValue().SetSigned(-1);
-    builder.NextValue();
-    builder.NextValue().SetString("third");
-    const BindingProperty& list = builder.Close();
-    EXPECT_EQ(list.Size(), 3u);
-    builder.Key("flag");
-    builder.NextValue().SetBool(true);
-    builder.Close();
-    EXPECT_EQ(builder.Depth(), 0u);
-
-    EXPECT_EQ(WriteJson(root), R"({"flag":true,"list":[-1,null,"third"]})");
-}
-
-TEST(BindingTreeBuilder, AValueOutsideAnyContainerIsTheRootAndEmptyContainersCloseEmpty) {
-    BindingProperty root;
-    BindingTreeBuilder builder(root);
-    EXPECT_EQ(&builder.NextValue(), &root);
-    builder.NextValue().SetString("alone");
-    EXPECT_EQ(root.AsString(), "alone");
-    builder.OpenCollection();
-    builder.OpenStructure();
-    builder.Close();
-    builder.OpenCollection();
-    builder.Close();
-    builder.Close();
-    EXPECT_EQ(WriteJson(root), "[{},[]]");
-}
-
-// Of equal names the last value stays, whatever it is: a scalar, nothing, or
-// a container that replaces one.
-TEST(BindingTreeBuilder, MembersAreSortedAndTheLastOfEqualNamesStays) {
-    BindingProperty root;
-    BindingTreeBuilder builder(root);
-    builder.OpenStructure();
-    builder.Key("b");
-    builder.NextValue().SetSigned(1);
-    builder.Key("a");
-    builder.OpenStructure();
-    builder.Key("inner");
-    builder.NextValue().SetString("dropped");
-    builder.Close();
-    builder.Key("c");
-    builder.NextValue().SetString("kept");
-    builder.Key("b");
-    builder.NextValue().SetSigned(3);
-    builder.Key("a");
-    builder.NextValue().SetString("dropped");
-    builder.Key("c");
-    builder.NextValue();
-    builder.Key("a");
-    builder.NextValue().SetString("last");
-    builder.Close();
-
-    EXPECT_EQ(MemberNames(root), (std::vector<std::string>{"a", "b", "c"}));
-    EXPECT_EQ(root.Member("a").AsString(), "last");
-    EXPECT_EQ(root.Member("b").AsInt64(), 3);
-    EXPECT_TRUE(root.Member("c").IsEmpty());
-    // The dropped values gave their strings back, so "dropped" is interned anew.
+    Play(builder, "1 _ 3");
+    EXPECT_EQ(builder.Close().Size(), 3u);
+    Play(builder, "k:a { k:inner 'dropped } k:a 'dropped k:a 'last }");
     root.Member("d").SetString("dropped");
     EXPECT_EQ(EntryOf(root.Member("d"))->references, 1u);
     EXPECT_EQ(EntryOf(root.Member("a"))->references, 1u);
@@ -101,10 +84,7 @@ TEST(BindingTreeBuilder, MembersAreSortedAndTheLastOfEqualNamesStays) {
 // Members in order and out of it, past one chunk; the sorting of names itself
 // is checked in structure_order_test.cpp.
 TEST(BindingTreeBuilder, ThousandsOfMembersComeOutSortedAndStayWritable) {
-    std::vector<std::string> names;
-    for (int index = 0; index < 3000; ++index) {
-        names.push_back("member" + std::to_string(100000 + index));
-    }
+    const std::vector<std::string> names = NumberedNames(3000);
     BindingProperty root;
     BindingTreeBuilder builder(root);
     builder.OpenCollection();
@@ -119,37 +99,18 @@ TEST(BindingTreeBuilder, ThousandsOfMembersComeOutSortedAndStayWritable) {
     builder.Close();
     for (BindingProperty& structure : {std::ref(root.At(0)), std::ref(root.At(1))}) {
         ASSERT_EQ(MemberNames(structure), names);
-        structure.Member("member100500x").SetSigned(2);
-        EXPECT_TRUE(structure.RemoveMember("member101000"));
+        structure.Member("m00500x").SetSigned(2);
+        EXPECT_TRUE(structure.RemoveMember("m01000"));
         EXPECT_EQ(structure.Size(), names.size());
-        EXPECT_EQ(MemberNames(structure)[501], "member100500x");
+        EXPECT_EQ(MemberNames(structure)[501], "m00500x");
     }
-}
-
-TEST(BindingTreeBuilder, CloseAllKeepsWhatTheOpenContainersHold) {
-    BindingProperty root;
-    BindingTreeBuilder builder(root);
-    builder.OpenCollection();
-    builder.NextValue().SetSigned(1);
-    builder.OpenStructure();
-    builder.Key("x");
-    builder.NextValue().SetSigned(2);
-    builder.Key("unfilled");
-    builder.CloseAll();
-    EXPECT_EQ(builder.Depth(), 0u);
-    ASSERT_EQ(root.Size(), 2u);
-    EXPECT_EQ(root.At(0).AsInt64(), 1);
-    EXPECT_EQ(MemberNames(root.At(1)), std::vector<std::string>{"x"});
 }
 
 TEST(BindingTreeBuilder, AFailedRootDropsThePartsBuiltSoFar) {
     BindingProperty root;
     {
         BindingTreeBuilder builder(root);
-        builder.OpenStructure();
-        builder.Key("a");
-        builder.OpenCollection();
-        builder.NextValue().SetString("partial");
+        Play(builder, "{ k:a [ 'partial");
         root.SetError("stopped");
     }
     EXPECT_FALSE(root.IsValid());
