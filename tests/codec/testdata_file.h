@@ -15,7 +15,7 @@ inline std::string ReadFileBytes(const std::filesystem::path& path) {
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
-// \n, \t, \0 and \\ of a table's field as the bytes they stand for.
+// \n, \r, \t, \0 and \\ of a table's field as the bytes they stand for.
 inline std::string Unescape(const std::string& field) {
     std::string bytes;
     for (std::size_t at = 0; at < field.size(); ++at) {
@@ -24,7 +24,7 @@ inline std::string Unescape(const std::string& field) {
             continue;
         }
         const char code = field[++at];
-        bytes += code == 'n' ? '\n' : code == 't' ? '\t' : code == '0' ? '\0' : code;
+        bytes += code == 'n' ? '\n' : code == 'r' ? '\r' : code == 't' ? '\t' : code == '0' ? '\0' : code;
     }
     return bytes;
 }
