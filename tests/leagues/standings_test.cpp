@@ -3,8 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <sstream>
 #include <string>
 #include <vector>
+
+#include "leagues/case_table.h"
+#include "leagues/mappings.h"
 
 namespace Orvel::Client::Leagues {
 
@@ -123,79 +127,47 @@ TEST(AssignStandingPositions, OnlyTheFirstMasterDivisionContinuesAfterTheReferen
     }
 }
 
-struct Criteria {
-    std::string name = "";
-    std::int64_t points = 0;
-    std::uint64_t wins = 0;
-    std::uint64_t losses = 0;
-    std::uint64_t previousPosition = 0;
-    std::vector<Miniseries> results = {};
-    std::uint64_t seriesWins = 0;
-    std::uint64_t seriesLosses = 0;
-};
-
-LeagueStanding Standing(const Criteria& c) {
+// A standing from "name points wins losses previous-position series-results series-wins series-losses", "-"
+// for no name or no results.
+LeagueStanding Standing(const std::string& text) {
     LeagueStanding standing;
-    standing.name = c.name;
-    standing.points = c.points;
-    standing.wins = c.wins;
-    standing.losses = c.losses;
-    standing.previousPosition = c.previousPosition;
-    standing.miniseriesResults = c.results;
-    standing.miniseriesWins = c.seriesWins;
-    standing.miniseriesLosses = c.seriesLosses;
+    std::string results;
+    std::istringstream fields(text);
+    fields >> standing.name >> standing.points >> standing.wins >> standing.losses >> standing.previousPosition >>
+        results >> standing.miniseriesWins >> standing.miniseriesLosses;
+    standing.name = standing.name == "-" ? "" : standing.name;
+    standing.miniseriesResults = ParseMiniseriesProgress(results == "-" ? "" : results);
     return standing;
 }
 
-LeagueStanding InSeries(std::vector<Miniseries> results, std::uint64_t wins, std::uint64_t losses) {
-    return Standing({.name = "s", .results = std::move(results), .seriesWins = wins, .seriesLosses = losses});
-}
-
 TEST(ApexStandingRanksAbove, EachCriterionDecidesWhenTheEarlierOnesAreEqual) {
-    using enum Miniseries;
-    const struct {
-        const char* criterion;
-        LeagueStanding above;
-        LeagueStanding below;
-    } rows[] = {
-        {"more series games, before points", InSeries({W, L, N}, 1, 1), Standing({.points = 900})},
-        {"more series games", InSeries({W, L}, 1, 1), InSeries({W, N}, 1, 0)},
-        {"more series wins", InSeries({W, W}, 2, 0), InSeries({W, L}, 1, 1)},
-        {"more series results", InSeries({W, N, N}, 1, 0), InSeries({W, N}, 1, 0)},
-        {"in a series before an equal standing outside one", InSeries({W}, 0, 0), Standing({.name = "s"})},
-        {"series counts count only beside series results", Standing({.points = 10}),
-         Standing({.points = 5, .seriesWins = 3})},
-        {"more points, both negative", Standing({.points = -1}), Standing({.points = -2})},
-        {"more wins", Standing({.wins = 11, .losses = 9}), Standing({.wins = 10, .losses = 0})},
-        {"fewer losses", Standing({.losses = 1, .previousPosition = 9}),
-         Standing({.losses = 2, .previousPosition = 1})},
-        {"unknown previous position first", Standing({.name = "z", .previousPosition = 0}),
-         Standing({.name = "a", .previousPosition = 1})},
-        {"name in byte order", Standing({.name = "Ab"}), Standing({.name = "a"})},
-        {"shorter name first", Standing({.name = "a"}), Standing({.name = "ab"})},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.criterion);
-        EXPECT_TRUE(ApexStandingRanksAbove(row.above, row.below));
-        EXPECT_FALSE(ApexStandingRanksAbove(row.below, row.above));
-        EXPECT_FALSE(ApexStandingRanksAbove(row.above, row.above));
+    const auto rows = test::ReadCases("apex_order.tsv");
+    ASSERT_EQ(rows.size(), 12u);
+    for (const std::vector<std::string>& row : rows) {
+        SCOPED_TRACE(row.at(0));
+        const LeagueStanding above = Standing(row.at(1));
+        const LeagueStanding below = Standing(row.at(2));
+        EXPECT_TRUE(ApexStandingRanksAbove(above, below));
+        EXPECT_FALSE(ApexStandingRanksAbove(below, above));
+        EXPECT_FALSE(ApexStandingRanksAbove(above, above));
     }
 }
 
 // The first division of each league after marking, "+" after a pending
 // promotion, "-" after a pending demotion: "C900 C100- | M50+".
-std::string Marks(std::vector<std::int64_t> challengers, std::uint64_t places, std::vector<std::int64_t> masters,
+std::string Marks(const std::string& challengers, std::uint64_t places, const std::string& masters,
                   const char* masterPrefix = "M") {
     Api::League apex[2];
     apex[0].maxLeagueSize = places;
-    const std::vector<std::int64_t>* points[] = {&challengers, &masters};
+    const std::string* points[] = {&challengers, &masters};
     for (int index = 0; index < 2; ++index) {
         if (!points[index]->empty()) {
             apex[index].leagues.emplace_back();
         }
-        for (const std::int64_t value : *points[index]) {
-            const std::string name = (index == 0 ? "C" : masterPrefix) + std::to_string(value);
-            apex[index].leagues.back().standings.push_back(Standing({.name = name, .points = value}));
+        std::istringstream values(*points[index]);
+        for (std::string value; values >> value;) {
+            const std::string name = (index == 0 ? "C" : masterPrefix) + value;
+            apex[index].leagues.back().standings.push_back(Standing(name + " " + value + " 0 0 0 - 0 0"));
         }
     }
     MarkApexMovements(apex[0], apex[1]);
@@ -211,37 +183,21 @@ std::string Marks(std::vector<std::int64_t> challengers, std::uint64_t places, s
     return text;
 }
 
-TEST(MarkApexMovements, SortsBothLeaguesAndMarksWhoMoves) {
-    const std::pair<std::string, const char*> rows[] = {
-        {Marks({100, 900, 500}, 3, {50, 700}), " C900 C500 C100- | M700+ M50"},
-        {Marks({900, 800}, 2, {850, 10}), " C900 C800- | M850+ M10"},
-        {Marks({300, 200}, 2, {100}), " C300 C200 | M100"},
-        // Short league: challengers run out first; over-full: masters do.
-        {Marks({900}, 4, {800, 700, 600, 500}), " C900 | M800+ M700+ M600+ M500"},
-        {Marks({900, 800, 700, 600, 500}, 4, {850}), " C900 C800 C700 C600- C500- | M850+"},
-        // Both run out before the places do (the sanitizer build sees a step past the masters).
-        {Marks({900}, 5, {800}), " C900 | M800+"},
-        {Marks({900, 800}, 0, {850}), " C900- C800- | M850"},
-        // An empty challenger league: the best masters fill the places.
-        {Marks({}, 2, {10, 30, 20}), " | M30+ M20+ M10"},
-        {Marks({}, 5, {10, 30, 20}), " | M30+ M20+ M10+"},
-        // An empty master league: nothing happens, not even sorting.
-        {Marks({100, 900}, 1, {}), " C100 C900 |"},
-        // A master equal in every criterion takes the place.
-        {Marks({100}, 1, {100}, "C"), " C100- | C100+"},
-    };
-    for (const auto& [actual, expected] : rows) {
-        EXPECT_EQ(actual, expected);
+TEST(MarkApexMovements, SortsBothLeaguesAndMarksWhoMovesInTheFirstDivisionsOnly) {
+    const auto rows = test::ReadCases("apex_movements.tsv");
+    ASSERT_EQ(rows.size(), 10u);
+    for (const std::vector<std::string>& row : rows) {
+        EXPECT_EQ(Marks(row.at(0), std::stoull(row.at(1)), row.at(2)), " " + row.at(3));
     }
-}
+    // A master equal in every criterion takes the place.
+    EXPECT_EQ(Marks("100", 1, "100", "C"), " C100- | C100+");
 
-TEST(MarkApexMovements, OnlyTheFirstDivisionsTakePart) {
     Api::League challenger;
     challenger.maxLeagueSize = 1;
-    challenger.leagues = {{LeagueRank::NA, {Standing({.points = 900})}},
-                          {LeagueRank::NA, {Standing({.name = "X1", .points = 1}), Standing({.points = 5})}}};
+    challenger.leagues = {{LeagueRank::NA, {Standing("- 900 0 0 0 - 0 0")}},
+                          {LeagueRank::NA, {Standing("X1 1 0 0 0 - 0 0"), Standing("- 5 0 0 0 - 0 0")}}};
     Api::League master;
-    master.leagues = {{LeagueRank::NA, {Standing({.points = 950})}}};
+    master.leagues = {{LeagueRank::NA, {Standing("- 950 0 0 0 - 0 0")}}};
     MarkApexMovements(challenger, master);
     EXPECT_TRUE(challenger.leagues[0].standings[0].pendingDemotion);
     EXPECT_EQ(challenger.leagues[1].standings[0].name, "X1");
