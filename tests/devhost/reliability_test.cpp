@@ -7,41 +7,11 @@
 #include <iostream>
 #include <map>
 
+#include "case_table.h"
 #include "codec/json_reader.h"
 #include "live_host_fixture.h"
 
 namespace {
-
-struct Request {
-    const char* method;
-    const char* path;
-    const char* body;
-};
-
-// One round of every kind of request; answers are checked for having a status the host gives, not for content.
-// Pushed league messages are left out: the plug-in keeps every notification for the session, so they grow the
-// live bytes by design.
-constexpr Request kRound[] = {
-    {"GET", "/tav-leagues/v1/summoner-leagues/1001", ""},
-    {"PUT", "/devhost/faults/leagues/getAllMyLeagues", R"({"error":"down","status":503})"},
-    {"GET", "/tav-leagues/v1/summoner-leagues/1001", ""},
-    {"GET", "/tav-leagues/v1/challenger-leagues", ""},
-    {"PUT", "/devhost/faults/leagues/getChallengerLeague", R"({"malformed":true})"},
-    {"GET", "/tav-leagues/v1/challenger-leagues", ""},
-    {"PUT", "/devhost/faults/summonerTeamService/findTeamById", R"({"className":"com.example.Other"})"},
-    {"GET", "/tav-leagues/v1/teams/TEAM-4F2A-91C3", ""},
-    {"GET", "/tav-leagues/v1/summoner-top-champs/1001", ""},
-    {"GET", "/tav-leagues/v2/tiers?summonerIds.0=1001&queueTypes.0=SOLO5V5", ""},
-    {"GET", "/tav-leagues/v2/notifications", ""},
-    {"POST", "/tav-leagues/v2/notifications/3/acknowledge", ""},
-    {"GET", "/tav-leagues/v2/summoner-leagues/current-summoner/signed-leagues", ""},
-    {"PUT", "/devhost/gameflow", R"({"phase":"ChampSelect","queue":"RANKED_FLEX_SR"})"},
-    {"PUT", "/devhost/gameflow", R"({"phase":"EndOfGame","queue":"RANKED_FLEX_SR"})"},
-    {"POST", "/devhost/clock", R"({"seconds":30})"},
-    {"GET", "/tav-leagues/v1/summoner-leagues/x", ""},
-    {"PUT", "/devhost/gameflow", "{not json"},
-    {"DELETE", "/devhost/faults", ""},
-};
 
 using tav::test::LiveHostTest;
 
@@ -56,19 +26,20 @@ TEST_F(LiveHostTest, AnswersTenThousandMixedRequestsWithoutGrowingTheLiveBytes) 
     std::uint64_t afterWarmUp = 0;
     std::uint64_t highest = 0;
     const auto started = std::chrono::steady_clock::now();
+    const auto round = tav::test::ReadCaseTable("mixed_requests.tsv", 3);
     for (std::size_t index = 0; index < kRequests; ++index) {
-        const Request& request = kRound[index % std::size(kRound)];
-        httplib::Request sent;
-        sent.method = request.method;
-        sent.path = request.path;
-        sent.body = request.body;
-        const auto answer = client_->send(sent);
-        ASSERT_TRUE(answer) << request.method << " " << request.path << ": " << httplib::to_string(answer.error());
+        const auto& row = round[index % round.size()];
+        httplib::Request request;
+        request.method = row[0];
+        request.path = row[1];
+        request.body = row[2];
+        const auto answer = client_->send(request);
+        ASSERT_TRUE(answer) << row[0] << " " << row[1] << ": " << httplib::to_string(answer.error());
         ++statuses[answer->status];
         if (index + 1 == kWarmUp) {
             afterWarmUp = liveBytes();
         }
-        if (index >= kWarmUp && index % std::size(kRound) == std::size(kRound) - 1) {
+        if (index >= kWarmUp && index % round.size() == round.size() - 1) {
             highest = std::max(highest, liveBytes());
         }
     }

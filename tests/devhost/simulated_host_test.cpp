@@ -1,5 +1,6 @@
 #include "simulated_host.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <stdexcept>
@@ -119,15 +120,13 @@ TEST_F(SimulatedHostTest, StoppingForgetsThePluginsSubscriptionsAndQueuedWork) {
     EXPECT_EQ(host.CallEndpoint(HostMethodGet, "/tav-test/v1/items/1").error, "No plug-in is started");
 }
 
-TEST_F(SimulatedHostTest, JournalsEachScheduledCallbackWithItsDelay) {
-    hosted.module().Schedule("refresh", [] {}, 0);
-    const std::vector<JournalEntry> entries = host.HostJournal().Select({"schedule", 0, 10});
-    ASSERT_EQ(entries.size(), 1u);
-    EXPECT_EQ(entries[0].summary, "schedule refresh in 0 s");
-}
-
 // Waits nest: each end closes the wait begun last, and an end without a beginning says so.
-TEST_F(SimulatedHostTest, JournalsNestedWaitsInnermostFirst) {
+TEST_F(SimulatedHostTest, JournalsEachScheduledCallbackWithItsDelayAndNestedWaitsInnermostFirst) {
+    hosted.module().Schedule(
+        "refresh", [] {}, 0);
+    const std::vector<JournalEntry> scheduled = host.HostJournal().Select({"schedule", 0, 10});
+    ASSERT_EQ(scheduled.size(), 1u);
+    EXPECT_EQ(scheduled[0].summary, "schedule refresh in 0 s");
     const CoreApi* api = host.StartInfo().api;
     api->BeginWait(api, "Wait: outer", 0);
     api->BeginWait(api, "Wait: yield", 0);
@@ -158,12 +157,9 @@ TEST(WaitSubject, NamesWhatAWaitIsFor) {
 }
 
 TEST(ScriptedAnswer, RefusesScriptsThatAreNotJson) {
-    try {
-        (void)ScriptedAnswer::Json("{oops}");
-        FAIL() << "no exception";
-    } catch (const std::invalid_argument& error) {
-        EXPECT_STREQ(error.what(), "Error: Missing a name for object member. at offset 1.");
-    }
+    EXPECT_THAT([] { (void)ScriptedAnswer::Json("{oops}"); },
+                ::testing::ThrowsMessage<std::invalid_argument>(
+                    ::testing::StrEq("Error: Missing a name for object member. at offset 1.")));
 }
 
 TEST(ScriptedStream, HandsOutEachChunkCutToTheSizeOffered) {
