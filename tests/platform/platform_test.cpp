@@ -8,6 +8,7 @@
 #include <set>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "platform/debugger_output.h"
@@ -37,7 +38,7 @@ TEST(DebuggerOutput, EachTextGoesWholeToTheInnermostSinkAndNowhereWithoutOne) {
     EXPECT_EQ(outer.Texts(), (std::vector<std::string>{"outer", "back"}));
 }
 
-TEST(MemoryAccounting, KeepsThePeakAndItsCountAndGivesSixCountersLowWordFirstThenTwoZeroWords) {
+TEST(MemoryAccounting, KeepsThePeakAndItsCountNeverWrapsAndGivesSixCountersLowWordFirstThenTwoZeroWords) {
     MemoryAccounting accounting;
     accounting.OnAllocate(100);
     accounting.OnReallocate(100, 160);
@@ -57,21 +58,15 @@ TEST(MemoryAccounting, KeepsThePeakAndItsCountAndGivesSixCountersLowWordFirstThe
     accounting.Read(stats);
     EXPECT_EQ(std::vector<std::uint32_t>(std::begin(stats.words), std::end(stats.words)),
               (std::vector<std::uint32_t>{0x8000008B, 1, 5, 0, 0x8000018F, 1, 7, 0, 260, 0, 2, 0, 0, 0}));
-}
 
-TEST(MemoryAccounting, ReleasesOfBlocksCountedNowhereNeverMakeLiveFiguresWrap) {
-    MemoryAccounting accounting;
-    accounting.OnRelease(100);       // allocated before the counting began
-    accounting.OnReallocate(0, 16);  // a reallocation from no block counts a release of nothing
-    accounting.OnRelease(16);
-    accounting.OnAllocate(10);
-    EXPECT_EQ(accounting.PeakLiveBytes(), 0u);
-    EXPECT_EQ(accounting.LiveCountAtPeak(), 0u);
-}
-
-bool IsZeroFilled(const void* pages, std::size_t size) {
-    const auto* bytes = static_cast<const unsigned char*>(pages);
-    return std::all_of(bytes, bytes + size, [](unsigned char byte) { return byte == 0; });
+    // Releases of blocks counted nowhere never make the live figures wrap.
+    MemoryAccounting late;
+    late.OnRelease(100);       // allocated before the counting began
+    late.OnReallocate(0, 16);  // a reallocation from no block counts a release of nothing
+    late.OnRelease(16);
+    late.OnAllocate(10);
+    EXPECT_EQ(late.PeakLiveBytes(), 0u);
+    EXPECT_EQ(late.LiveCountAtPeak(), 0u);
 }
 
 TEST(PageMemory, GivesZeroedWritablePagesAlignedToThePageSizeAlsoWhenTakenAgain) {
@@ -91,12 +86,12 @@ TEST(PageMemory, GivesZeroedWritablePagesAlignedToThePageSizeAlsoWhenTakenAgain)
     FreePages(pages[3], kPageSize);
     pages[3] = AllocatePages(kPageSize);
     void* block = AllocatePages(3 * kPageSize);
-    for (void* at : {pages[3], block}) {
+    for (const auto& [at, size] : {std::pair{pages[3], kPageSize}, std::pair{block, 3 * kPageSize}}) {
         ASSERT_NE(at, nullptr);
         EXPECT_EQ(reinterpret_cast<std::uintptr_t>(at) % kPageSize, 0u);
+        const auto* bytes = static_cast<const unsigned char*>(at);
+        EXPECT_TRUE(std::all_of(bytes, bytes + size, [](unsigned char byte) { return byte == 0; }));
     }
-    EXPECT_TRUE(IsZeroFilled(pages[3], kPageSize));
-    EXPECT_TRUE(IsZeroFilled(block, 3 * kPageSize));
     std::memset(block, 0xAB, 3 * kPageSize);
     FreePages(block, 3 * kPageSize);
     for (void* page : pages) {
