@@ -26,35 +26,30 @@ inline std::vector<std::string> ServerCalls(const host::HostRecords& records) {
     return calls;
 }
 
-// A logged line without its time and line end: " ERROR| DBG| Failed to get Team: timed out".
-inline std::string LogLineText(const host::RecordedLogLine& line) {
-    std::string text = line.text.substr(line.text.find("| ") + 2);
-    while (!text.empty() && (text.back() == '\n' || text.back() == '\r')) {
-        text.pop_back();
+// The lines a plug-in logged at the levels chosen, in order, without their time
+// and line end: " ERROR| DBG| Failed to get Team: timed out".
+template <class Chosen>
+std::vector<std::string> LogLinesWhere(const host::HostRecords& records, Chosen chosen) {
+    std::vector<std::string> lines;
+    for (const host::RecordedLogLine& line : records.logLines) {
+        if (chosen(line.level)) {
+            std::string text = line.text.substr(line.text.find("| ") + 2);
+            while (!text.empty() && (text.back() == '\n' || text.back() == '\r')) {
+                text.pop_back();
+            }
+            lines.push_back(text);
+        }
     }
-    return text;
+    return lines;
 }
 
-// The lines a plug-in logged at WARN and ERROR, in order.
+// The lines a plug-in logged at WARN and ERROR.
 inline std::vector<std::string> WarningAndErrorLines(const host::HostRecords& records) {
-    std::vector<std::string> lines;
-    for (const host::RecordedLogLine& line : records.logLines) {
-        if (line.level == 1 || line.level == 2) {
-            lines.push_back(LogLineText(line));
-        }
-    }
-    return lines;
+    return LogLinesWhere(records, [](std::int32_t level) { return level == 1 || level == 2; });
 }
 
-// The lines a plug-in logged at one level, in order.
 inline std::vector<std::string> LogLinesAt(const host::HostRecords& records, std::int32_t level) {
-    std::vector<std::string> lines;
-    for (const host::RecordedLogLine& line : records.logLines) {
-        if (line.level == level) {
-            lines.push_back(LogLineText(line));
-        }
-    }
-    return lines;
+    return LogLinesWhere(records, [level](std::int32_t at) { return at == level; });
 }
 
 }  // namespace tav::test
