@@ -5,6 +5,8 @@
 #include <filesystem>
 #include <fstream>
 
+#include "case_table.h"
+
 namespace {
 
 using tav::host::ServePage;
@@ -17,34 +19,14 @@ TEST(WebPages, ServesTheEmbeddedPagesAndNoFileOutsideTheExplorersFolder) {
     std::ofstream(root / "dist" / "sub" / "inner.css") << "inner";
     std::ofstream(root / "secret.txt") << "secret";
     const std::string folder = (root / "dist").string();
-    const struct {
-        const char* path;
-        int status;  // 0: not a page
-        const char* contentType;
-        const char* start;
-    } cases[] = {
-        {"/", 200, "text/html; charset=utf-8", "<!doctype html>"},
-        {"/index.html", 200, "text/html; charset=utf-8", "<!doctype html>"},
-        {"/devhost/ui/dashboard.js", 200, "text/javascript; charset=utf-8", "// The league dashboard"},
-        {"/devhost/ui/dashboard.css", 200, "text/css; charset=utf-8", ":root {"},
-        {"/devhost/explorer", 200, "text/html; charset=utf-8", "<!doctype html>"},
-        {"/devhost/explorer/swagger-ui-bundle.js", 200, "text/javascript; charset=utf-8", "bundle"},
-        {"/devhost/explorer/swagger-ui-bundle.js.map", 200, "application/json", "{}"},
-        {"/devhost/ui/missing.js", 0, "", ""},
-        {"/devhost/explorer/../secret.txt", 0, "", ""},
-        {"/devhost/explorer/sub/inner.css", 0, "", ""},
-        {"/devhost/explorer/missing.js", 0, "", ""},
-        {"/devhost/state", 0, "", ""},
-        {"/tav-leagues/v2/notifications", 0, "", ""},
-    };
-    for (const auto& row : cases) {
-        SCOPED_TRACE(row.path);
-        const auto page = ServePage(row.path, folder);
-        ASSERT_EQ(page.has_value(), row.status != 0);
+    for (const auto& row : tav::test::ReadCaseTable("web_pages.tsv", 4)) {
+        SCOPED_TRACE(row[0]);
+        const auto page = ServePage(row[0], folder);
+        ASSERT_EQ(page.has_value(), row[1] != "0");
         if (page) {
-            EXPECT_EQ(page->status, row.status);
-            EXPECT_EQ(page->contentType, row.contentType);
-            EXPECT_EQ(page->body.rfind(row.start, 0), 0u) << page->body.substr(0, 80);
+            EXPECT_EQ(page->status, std::stoi(row[1]));
+            EXPECT_EQ(page->contentType, row[2]);
+            EXPECT_EQ(page->body.rfind(row[3], 0), 0u) << page->body.substr(0, 80);
         }
     }
     // Without the explorer's library, the explorer tells how to install it.
