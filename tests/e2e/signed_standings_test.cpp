@@ -112,21 +112,6 @@ TEST_F(SignedStandingsTest, ALoadWhileTheTimerIsPendingDoesNotMoveIt) {
     EXPECT_NEAR(TimerDelays()[1], 600, 2);
 }
 
-TEST_F(SignedStandingsTest, TokensWithoutAnExpiryAreLoggedOneLineEachAndArmNoTimer) {
-    using Orvel::Client::Leagues::test::MakeToken;
-    const std::vector<std::string> tokens = {"", "no-dots", MakeToken("not json"), MakeToken(R"({"nbf":1700000000})")};
-    std::vector<std::string> entries;
-    for (const std::string& token : tokens) {
-        entries.push_back(SignedEntry("RANKED_SOLO_5x5", token));
-    }
-    ServeSignedLeagues({SummonerLeagues(entries)});
-    EXPECT_FALSE(GetSigned().failed);
-    EXPECT_EQ(TimerDelays(), std::vector<long long>{});
-    EXPECT_EQ(
-        plugin.WarningAndErrorLines(),
-        Lines(tokens.size(), " ERROR| DBG| UpdateSignedSummonerLeaguesData: JWT did not contain an expiration date."));
-}
-
 TEST_F(SignedStandingsTest, WithASwitchOffTheRouteFailsOnAnEmptyCacheAndAnswersAFilledOne) {
     plugin.SetResource(kJwtEnabled, "false");
     const host::EndpointAnswer off = GetSigned();
@@ -152,7 +137,7 @@ TEST_F(SignedStandingsTest, WithASwitchOffTheRouteFailsOnAnEmptyCacheAndAnswersA
     EXPECT_EQ(GetSigned().error, kNotAvailable);
 }
 
-TEST_F(SignedStandingsTest, AFailedLoadKeepsTheCacheAndFailsTheRoute) {
+TEST_F(SignedStandingsTest, AFailedLoadFailsTheRouteAndTokensWithoutAnExpiryArmNoTimer) {
     plugin.FailServer("leagues", "getMySignedLeaguePositions", "timed out");
     const host::EndpointAnswer answer = GetSigned();
     EXPECT_EQ(answer.status, 500u);
@@ -160,6 +145,16 @@ TEST_F(SignedStandingsTest, AFailedLoadKeepsTheCacheAndFailsTheRoute) {
     EXPECT_EQ(plugin.WarningAndErrorLines(), (Lines{" ERROR| DBG| Failed to get my leagues: timed out"}));
     EXPECT_EQ(plugin.records().events.size(), 0u);
     EXPECT_EQ(TimerDelays(), std::vector<long long>{});
+
+    // Tokens without an expiry arm no timer either, each logged.
+    plugin.host().ClearRecords();
+    const std::string noExpiry = Orvel::Client::Leagues::test::MakeToken(R"({"nbf":1700000000})");
+    plugin.ScriptServer("leagues", "getMySignedLeaguePositions", "",
+                        SummonerLeagues({SignedEntry("RANKED_SOLO_5x5", ""), SignedEntry("RANKED_FLEX_SR", noExpiry)}));
+    EXPECT_FALSE(GetSigned().failed);
+    EXPECT_EQ(TimerDelays(), std::vector<long long>{});
+    EXPECT_EQ(plugin.WarningAndErrorLines(),
+              Lines(2, " ERROR| DBG| UpdateSignedSummonerLeaguesData: JWT did not contain an expiration date."));
 }
 
 TEST_F(SignedStandingsTest, ChampionSelectHandsOverTheQueuesTokenAndLogsTheOutcome) {
