@@ -21,7 +21,7 @@ MessagePackResult Read(const Bytes& bytes) {
 
 TEST(ReadMessagePack, EachInputReadsToItsValueOrFailure) {
     const auto rows = tav::test::ReadCases("msgpack_cases.tsv");
-    ASSERT_EQ(rows.size(), 34u);
+    ASSERT_EQ(rows.size(), 42u);
     for (const auto& row : rows) {
         ASSERT_EQ(row.size(), 4u);
         SCOPED_TRACE(row[0]);
@@ -39,40 +39,6 @@ TEST(ReadMessagePack, EachInputReadsToItsValueOrFailure) {
             EXPECT_EQ(result.value.Size(), 1u);
         }
     }
-}
-
-TEST(ReadMessagePack, MapsKeepNameOrderAndTheLastOfARepeatedKey) {
-    const MessagePackResult result =
-        Read({0x83, 0xA1, 'b', 0x01, 0xA1, 'a', 0x92, 0x01, 0x02, 0xA1, 'b', 0x81, 0xA1, 'x', 0xC0});
-    EXPECT_EQ(tav::test::DescribeValue(result.value), "{a: [signed:1, signed:2], b: {x: empty}}");
-    EXPECT_EQ(result.consumed, 15u);
-    EXPECT_EQ(tav::test::DescribeValue(Read({0x82, 0xA1, 'a', 0x92, 0x01, 0x02, 0xA1, 'a', 0xC0}).value), "{a: empty}");
-}
-
-TEST(ReadMessagePack, ReadingStopsAfterOneValue) {
-    EXPECT_EQ(Read({0x01, 0x02}).consumed, 1u);
-    EXPECT_EQ(Read({0x91, 0x90, 0x01}).consumed, 2u);
-    const MessagePackResult empty = Read({});
-    EXPECT_TRUE(empty.value.IsValid());
-    EXPECT_TRUE(empty.value.IsEmpty());
-    EXPECT_EQ(empty.consumed, 0u);
-}
-
-TEST(ReadMessagePack, InputEndingInsideContainersKeepsWhatWasRead) {
-    const MessagePackResult partial = Read({0x92, 0x01});
-    EXPECT_TRUE(partial.value.IsValid());
-    EXPECT_EQ(tav::test::DescribeValue(partial.value), "[signed:1]");
-    EXPECT_EQ(partial.consumed, 2u);
-
-    // A key without its value adds no member.
-    const MessagePackResult key = Read({0x82, 0xA1, 'a', 0x01, 0xA1, 'b'});
-    EXPECT_EQ(tav::test::DescribeValue(key.value), "{a: signed:1}");
-    EXPECT_EQ(key.consumed, 6u);
-
-    // Four thousand million elements declared, none present: nothing is reserved for them.
-    const MessagePackResult huge = Read({0xDD, 0xFF, 0xFF, 0xFF, 0xFF});
-    EXPECT_TRUE(huge.value.IsValid());
-    EXPECT_EQ(tav::test::DescribeValue(huge.value), "[]");
 }
 
 TEST(ReadMessagePack, AMillionNestedArraysReadWithoutRecursion) {
