@@ -3,10 +3,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <map>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
+#include "case_table.h"
 #include "plugin/app_module.h"
 #include "support/hosted_module.h"
 
@@ -57,35 +59,16 @@ class SimulatedHostTest : public ::testing::Test {
     SimulatedHost& host = hosted.host();
 };
 
-// A success leaves the status as the route left it: 0.
 TEST_F(SimulatedHostTest, CallsTheEndpointThatServesThePath) {
-    const struct {
-        std::uint32_t method;
-        const char* path;
-        std::uint32_t status;
-        const char* json;
-        const char* error;
-    } rows[] = {
-        {HostMethodGet, "/tav-test/v1/items/42", 0, R"("item 42")", ""},
-        {HostMethodGet, "/tav-test/v1/items/special", 0, R"("special")", ""},
-        {HostMethodGet, "/tav-test/v1/search?q=gold", 0, R"("search gold")", ""},
-        {HostMethodPost, "/tav-test/v1/items/7/forbidden", 403, "", "Forbidden"},
-        // The host matches as the plug-in's own dispatcher does: a parameter may be empty (for the route
-        // to refuse), {+name} takes slashes, and the shortest capture wins over table order.
-        {HostMethodGet, "/tav-test/v1/items/", 0, "", "Expected value for argument 'id'."},
-        {HostMethodGet, "/tav-test/v1/files/a/b.txt", 0, R"("file a/b.txt")", ""},
-        {HostMethodGet, "/tav-test/v1/tags/gold.json", 0, R"("tag as json gold")", ""},
-        {HostMethodGet, "/tav-test/v1/tags/gold", 0, R"("tag gold")", ""},
-        {HostMethodGet, "/tav-test/v1/items/1/2", 404, "", "No endpoint for /tav-test/v1/items/1/2"},
-        {HostMethodPut, "/tav-test/v1/items/42", 404, "", "No endpoint for /tav-test/v1/items/42"},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.path);
-        const EndpointAnswer answer = host.CallEndpoint(row.method, row.path);
-        EXPECT_EQ(answer.status, row.status);
-        EXPECT_EQ(answer.json, row.json);
-        EXPECT_EQ(answer.error, row.error);
-        EXPECT_EQ(answer.failed, *row.error != '\0');
+    const std::map<std::string, std::uint32_t> methods{
+        {"GET", HostMethodGet}, {"POST", HostMethodPost}, {"PUT", HostMethodPut}};
+    for (const auto& row : test::ReadCaseTable("endpoint_calls.tsv", 5)) {
+        SCOPED_TRACE(row[1]);
+        const EndpointAnswer answer = host.CallEndpoint(methods.at(row[0]), row[1]);
+        EXPECT_EQ(answer.status, std::stoul(row[2]));
+        EXPECT_EQ(answer.json, row[3]);
+        EXPECT_EQ(answer.error, row[4]);
+        EXPECT_EQ(answer.failed, !row[4].empty());
     }
 }
 

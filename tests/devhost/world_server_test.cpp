@@ -4,7 +4,9 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
+#include "codec/json_writer.h"
 #include "host_value_json.h"
 
 namespace tav::host {
@@ -25,8 +27,8 @@ std::string Described(const ServerAnswer& answer) {
     }
     const wex::BindingProperty list = JsonValue(*answer.payloadText);
     return answer.className + " " + std::to_string(list.Member("entries").Size()) + " of " +
-           std::to_string(list.Member("maxLeagueSize").AsUInt64()) + " " +
-           std::string(list.Member("tier").AsString()) + " " + std::string(list.Member("queue").AsString());
+           std::to_string(list.Member("maxLeagueSize").AsUInt64()) + " " + std::string(list.Member("tier").AsString()) +
+           " " + std::string(list.Member("queue").AsString());
 }
 
 // Apex lists are written once per tier, queue and limit; each limit keeps its own answer.
@@ -62,6 +64,29 @@ TEST(WorldServer, AFaultChangesAnApexListAlreadyWritten) {
     server.ClearFaults();
     EXPECT_EQ(Described(server.Answer("leagues", "getMasterLeagueTopX", arguments)),
               "com.orvelsoft.leagues.pojo.LeagueListDTO 3 of 3 MASTER RANKED_SOLO_5x5");
+}
+
+TEST(GameServer, AScriptAnswersBeforeTheResponderWhichSeesTheArguments) {
+    GameServer server;
+    std::vector<std::string> seen;
+    server.SetResponder(
+        [&seen](std::string_view destination, std::string_view method, const wex::BindingProperty& arguments) {
+            seen.push_back(std::string(destination) + "." + std::string(method) + " " + wex::WriteJson(arguments));
+            return ServerAnswer::Failure("from the responder");
+        });
+    server.Script("leagues", "getChallengerLeague", ServerAnswer::Failure("from the script"));
+
+    EXPECT_EQ(server.Answer("leagues", "getChallengerLeague", JsonValue(R"(["RANKED_SOLO_5x5"])")).error,
+              "from the script");
+    EXPECT_EQ(server.Answer("leagues", "getMasterLeagueTopX", JsonValue(R"(["RANKED_FLEX_TT","200"])")).error,
+              "from the responder");
+    EXPECT_EQ(seen, (std::vector<std::string>{R"(leagues.getMasterLeagueTopX ["RANKED_FLEX_TT","200"])"}));
+}
+
+TEST(GameServer, AnUnansweredCallFailsNamingTheCall) {
+    const GameServer server;
+    EXPECT_EQ(server.Answer("playerStatsService", "getAggregatedStats").error,
+              "No answer scripted for playerStatsService.getAggregatedStats");
 }
 
 }  // namespace
