@@ -4,7 +4,10 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <filesystem>
+#include <fstream>
 #include <functional>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,8 +30,6 @@ Api::SimpleMessage LeaguesMessage(std::string msgId, std::vector<std::string> pa
     return Api::SimpleMessage{accountId, std::move(msgId), "leagues", std::move(params)};
 }
 
-constexpr const char* kSilverDecayDemotion =
-    R"({"tier": "SILVER", "rank": "I", "inactivityStatus": "INACTIVE", "displayDecayWarning": true})";
 constexpr const char* kGoldSeriesEnded = R"({"tier": "GOLD", "queueType": "RANKED_SOLO_5x5"})";
 const std::string kDecay = "LEAGUES_SYSTEM_DECAY LEAGUES_SYSTEM_DECAY_TITLE 1300 ALERT";
 
@@ -97,54 +98,73 @@ class StoreTest : public ::testing::Test {
     std::function<void()> meanwhile;
 };
 
-TEST_F(StoreTest, FilesLeaguesMessagesWithIdsFromZeroAndIgnoresOtherTypesWithoutUsingAnId) {
-    Api::SimpleMessage other = LeaguesMessage("x", {Param("LEAGUE_PROMOTED")});
-    other.type = "Leagues";
-    EXPECT_FALSE(store.AddLeagueMessage(other));
-    EXPECT_TRUE(store.AddLeagueMessage(LeaguesMessage("a", {Param("LEAGUE_PROMOTED", R"({"tier": "GOLD"})")})));
-    EXPECT_TRUE(store.AddLeagueMessage(LeaguesMessage("b", {Param("LEAGUE_UPDATE_DECAY")})));
-    EXPECT_TRUE(store.AddLeagueMessage(LeaguesMessage("c", {"no param counts"})));
-    EXPECT_EQ(Listed(store), (Lines{"0 LEAGUES_MESSAGE_LEAGUE_PROMOTED LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 0 ALERT",
-                                    "1 LEAGUES_SYSTEM_DECAY LEAGUES_SYSTEM_DECAY_TITLE 0 ALERT", "2   0 ALERT"}));
-    EXPECT_EQ(store.GetNotifications()[2].msgId, "c");
-    EXPECT_EQ(store.GetNotifications()[2].data.minGamesForSeeding, -1);
-}
-
-TEST_F(StoreTest, ASeriesEndedOutsideBronzeIsListedTwiceAndADecayDemotionGetsACopyWithTheNextId) {
-    ASSERT_TRUE(store.AddLeagueMessage(
-        LeaguesMessage("a", {Param("MINISERIES_CANCEL", R"({"tier": "SILVER", "queueType": "RANKED_FLEX_SR"})")})));
-    ASSERT_TRUE(store.AddLeagueMessage(
-        LeaguesMessage("b", {Param("MINISERIES_CANCEL", R"({"tier": "BRONZE", "queueType": "RANKED_FLEX_SR"})")})));
-    ASSERT_TRUE(store.AddLeagueMessage(LeaguesMessage("c", {Param("LEAGUE_DEMOTED", kSilverDecayDemotion)})));
-    ASSERT_TRUE(store.AddLeagueMessage(LeaguesMessage("d", {Param("QUEUE_DODGE")})));
-    const std::string ended = " LEAGUES_SYSTEM_SERIES_ENDED LEAGUES_SYSTEM_SERIES_ENDED_TITLE_FLEXSR ";
-    EXPECT_EQ(Listed(store),
-              (Lines{
-                  "0" + ended + "1100 ALERT",
-                  "1" + ended + "0 ALERT",
-                  "2 LEAGUES_MESSAGE_PROMOHELPER_LEAGUE_DEMOTED LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 0 ALERT",
-                  "4 LEAGUES_MESSAGE_QUEUE_DODGE LEAGUES_GENERAL_LEAGUE_MINISERIES_TITLE 0 ALERT",
-                  "0" + ended + "1100 ALERT",
-                  "3 LEAGUES_SYSTEM_DECAY_DEMOTION LEAGUES_SYSTEM_DECAY_TITLE 1200 ALERT",
-              }));
-    const Api::LeagueNotificationResource copy = store.GetNotifications().at(5);
-    EXPECT_EQ(copy.msgId + " " + copy.data.tier + " " + copy.data.notifyReason, "c SILVER LEAGUE_DEMOTED");
-}
-
-TEST(DeriveSystemMessages, DerivesNothingElse) {
-    const std::string rows[] = {
-        Param("LEAGUE_DEMOTED", R"({"tier": "BRONZE", "inactivityStatus": "INACTIVE", "displayDecayWarning": true})"),
-        Param("LEAGUE_DEMOTED", R"({"tier": "SILVER", "inactivityStatus": "INACTIVE"})"),
-        Param("LEAGUE_DEMOTED", R"({"tier": "SILVER", "inactivityStatus": "GRACE", "displayDecayWarning": true})"),
-        Param("LEAGUE_UPDATE_DECAY", kSilverDecayDemotion),
-        Param("MINISERIES_LOST", kSilverDecayDemotion),
-    };
-    for (const std::string& param : rows) {
-        SCOPED_TRACE(param);
-        LeagueNotificationStore store;
-        ASSERT_TRUE(store.AddLeagueMessage(LeaguesMessage("a", {param})));
-        ASSERT_EQ(store.GetNotifications().size(), 1u);
-        EXPECT_EQ(store.GetNotifications()[0].priority, 0u);
+// Plays store_scenarios.txt, whose head describes its commands.
+TEST_F(StoreTest, PlaysTheScenarios) {
+    std::ifstream file(std::filesystem::path(__FILE__).replace_filename("store_scenarios.txt"));
+    ASSERT_TRUE(file.good()) << "cannot read store_scenarios.txt";
+    Lines script;
+    for (std::string line; std::getline(file, line);) {
+        if (!line.empty() && line[0] != '#') {
+            script.push_back(line);
+        }
+    }
+    std::string scenario;
+    for (std::size_t at = 0; at < script.size(); ++at) {
+        SCOPED_TRACE(scenario + ": " + script[at]);
+        const std::size_t arrow = script[at].find(" ->");
+        const std::string expected =
+            arrow == std::string::npos ? "" : script[at].substr(std::min(arrow + 4, script[at].size()));
+        std::istringstream words(script[at].substr(0, arrow));
+        std::string command;
+        std::string id;
+        std::string rest;
+        words >> command >> id;
+        std::getline(words >> std::ws, rest);
+        if (command == "scenario") {
+            scenario = script[at];
+            store = LeagueNotificationStore{};
+            calls.clear();
+            answer = true;
+        } else if (command == "add" || command == "raw" || command == "other") {
+            Api::SimpleMessage message{77, id == "-" ? "" : id, command == "other" ? "Leagues" : "leagues", {rest}};
+            if (command != "raw") {
+                const std::size_t space = rest.find(' ');
+                message.params = {
+                    Param(rest.substr(0, space), space == std::string::npos ? "{}" : rest.substr(space + 1))};
+            }
+            EXPECT_EQ(store.AddLeagueMessage(message), command != "other");
+        } else if (command == "decay") {
+            store.UpdateDecayWarnings({DecayingEntry()});
+        } else if (command == "shield") {
+            LCDS::LeagueItemDTO shielded;
+            shielded.demotionWarning = std::stoull(id);
+            store.UpdateDemotionShieldWarnings({shielded});
+        } else if (command == "allow") {
+            EXPECT_EQ(store.SetNotificationsAllowed(id == "true") ? "true" : "false", expected);
+        } else if (command == "ack") {
+            EXPECT_EQ(Acknowledge(std::stoull(id)), expected == "ok" ? "ok" : Refusal(std::stoull(id)));
+        } else if (command == "answer") {
+            answer = false;
+        } else if (command == "calls") {
+            std::string text;
+            for (const std::string& call : calls) {
+                text += (text.empty() ? "" : ", ") + call;
+            }
+            EXPECT_EQ(text, expected);
+        } else if (command == "record") {
+            const Api::LeagueNotificationResource record = store.GetNotifications().at(std::stoul(id));
+            EXPECT_EQ(record.msgId + "/" + record.data.tier + "/" + record.data.notifyReason + "/" +
+                          std::to_string(record.data.minGamesForSeeding),
+                      expected);
+        } else if (command == "list") {
+            Lines listed;
+            while (at + 1 < script.size() && script[at + 1].starts_with("  ")) {
+                listed.push_back(script[++at].substr(2));
+            }
+            EXPECT_EQ(Listed(store), listed);
+        } else {
+            ADD_FAILURE() << "unknown command";
+        }
     }
 }
 
@@ -166,81 +186,6 @@ TEST(NotificationsAllowedIn, HoldsBackFromReadyCheckToPreEndOfGame) {
         EXPECT_EQ(NotificationsAllowedIn(static_cast<GameflowPhase>(phase)), phase < 4 || phase > 11);
     }
     EXPECT_EQ(HeldBackPhases.size(), 8u);
-}
-
-TEST_F(StoreTest, HoldsNewRecordsBackAcrossAGameAndReleasesThemInOrder) {
-    ASSERT_TRUE(store.AddLeagueMessage(LeaguesMessage("before", {Param("LEAGUE_PROMOTED")})));
-    const Lines before = Listed(store);
-    std::vector<bool> justAllowed;
-    for (const bool allowed : {true, false, false, true, true}) {
-        justAllowed.push_back(store.SetNotificationsAllowed(allowed));
-        if (justAllowed.size() == 2) {
-            ASSERT_TRUE(
-                store.AddLeagueMessage(LeaguesMessage("during", {Param("MINISERIES_CANCEL", kGoldSeriesEnded)})));
-            ASSERT_TRUE(store.AddLeagueMessage(LeaguesMessage("later", {Param("QUEUE_DODGE")})));
-            LCDS::LeagueItemDTO shielded;
-            shielded.demotionWarning = 1;
-            store.UpdateDemotionShieldWarnings({shielded});
-            EXPECT_EQ(Listed(store), before);
-        }
-    }
-    EXPECT_EQ(justAllowed, (std::vector<bool>{false, false, false, true, false}));
-    const std::string ended = " LEAGUES_SYSTEM_SERIES_ENDED LEAGUES_SYSTEM_SERIES_ENDED_TITLE_SOLO5V5 1100 ALERT";
-    EXPECT_EQ(Listed(store), (Lines{
-                                 "0 LEAGUES_MESSAGE_LEAGUE_PROMOTED LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 0 ALERT",
-                                 "1" + ended,
-                                 "2 LEAGUES_MESSAGE_QUEUE_DODGE LEAGUES_GENERAL_LEAGUE_MINISERIES_TITLE 0 ALERT",
-                                 "1" + ended,
-                                 "3 LEAGUES_SYSTEM_DEMOTION_SHIELD_LEVEL_1_WARNING LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE "
-                                 "2100 WARNING",
-                             }));
-}
-
-TEST_F(StoreTest, WarningRebuildsWhileHeldBackAreAppendedAtRelease) {
-    store.UpdateDecayWarnings({DecayingEntry()});
-    ASSERT_FALSE(store.SetNotificationsAllowed(false));
-    store.UpdateDecayWarnings({DecayingEntry()});
-    store.UpdateDecayWarnings({DecayingEntry()});  // replaces the pending warnings, not the shown ones
-    EXPECT_EQ(Listed(store), Lines{"0 " + kDecay});
-    ASSERT_TRUE(store.SetNotificationsAllowed(true));
-    EXPECT_EQ(Listed(store), (Lines{"0 " + kDecay, "4 " + kDecay}));
-    store.UpdateDecayWarnings({DecayingEntry()});
-    EXPECT_EQ(Listed(store), Lines{"6 " + kDecay});
-}
-
-TEST_F(StoreTest, AcknowledgesAfterTheServerDidWithTheModulesAccountAndMarksOthersWithoutAsking) {
-    ASSERT_TRUE(store.AddLeagueMessage(LeaguesMessage("m0", {Param("LEAGUE_PROMOTED")}, 99)));
-    ASSERT_TRUE(store.AddLeagueMessage(LeaguesMessage("", {Param("LEAGUE_PROMOTED")})));
-    store.UpdateDecayWarnings({DecayingEntry()});
-    for (const std::uint64_t id : {0, 0, 1, 2}) {
-        EXPECT_EQ(Acknowledge(id), "ok");
-    }
-    // Nothing stops a second acknowledgement; the server is asked again.
-    EXPECT_EQ(calls, (Lines{"34 m0", "34 m0"}));
-    const std::string promoted =
-        " LEAGUES_MESSAGE_LEAGUE_PROMOTED LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 0 ALERT acknowledged";
-    EXPECT_EQ(Listed(store), (Lines{"0" + promoted, "1" + promoted, "2 " + kDecay + " acknowledged"}));
-}
-
-TEST_F(StoreTest, RefusesUnknownAndPendingIdsAndWhatTheServerRefused) {
-    EXPECT_EQ(Acknowledge(18446744073709551615u), Refusal(18446744073709551615u));
-    ASSERT_TRUE(store.AddLeagueMessage(LeaguesMessage("ended", {Param("MINISERIES_CANCEL", kGoldSeriesEnded)})));
-    ASSERT_TRUE(store.AddLeagueMessage(
-        LeaguesMessage("demoted", {Param("LEAGUE_DEMOTED", R"({"tier": "GOLD", "inactivityStatus": "INACTIVE",
-                                               "displayDecayWarning": true})")})));
-    ASSERT_FALSE(store.SetNotificationsAllowed(false));
-    ASSERT_TRUE(store.AddLeagueMessage(LeaguesMessage("m3", {Param("MINISERIES_CANCEL", kGoldSeriesEnded)})));
-    store.UpdateDecayWarnings({DecayingEntry()});
-    EXPECT_EQ(Acknowledge(3), Refusal(3));
-    EXPECT_EQ(Acknowledge(5), Refusal(5));
-    EXPECT_TRUE(calls.empty());
-    answer = false;
-    // Refused in the map, the search ends there: the derived messages are not tried.
-    EXPECT_EQ(Acknowledge(0), Refusal(0));
-    EXPECT_EQ(calls, Lines{"34 ended"});
-    EXPECT_EQ(Acknowledge(2), Refusal(2));
-    EXPECT_EQ(calls, (Lines{"34 ended", "34 demoted"}));
-    EXPECT_FALSE(store.GetNotifications().at(2).acknowledgedByPlayer);
 }
 
 TEST_F(StoreTest, HoldsTheRecordWhileTheListsChangeDuringTheServerCall) {
