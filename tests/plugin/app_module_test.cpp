@@ -66,9 +66,6 @@ TEST(AppModuleLoad, AcceptsEveryCoreOfTheSameMajorAtOrAboveItsOwnVersion) {
         EXPECT_STREQ(Read(info.shortName), "tav-leagues");
         EXPECT_EQ(Read(info.apiTable), &module->ApiTable());
         EXPECT_EQ(module->State(), ModuleState::Registered);
-        EXPECT_EQ(module->FullName(), "wex-be-tav-leagues");
-        EXPECT_EQ(module->TypeNamespace(), "TavLeagues");
-        EXPECT_EQ(module->ApiTags(), (std::vector<std::string>{"Plugins", "Plugin tav-leagues"}));
         EXPECT_EQ(module->HostApiVersion().ToString(), "18." + version);
         info.callbacks->Stop(info.context);
     }
@@ -98,7 +95,7 @@ class AppModuleStart : public ::testing::Test {
     const tav::host::HostRecords& records = hosted.records();
 };
 
-TEST_F(AppModuleStart, BuildsTheUserAgentAndRegistersTheServiceProxyEventsAndTheTelemetrySender) {
+TEST_F(AppModuleStart, BuildsTheUserAgentSubscribesForwardsTheHostSlotsAndUnsubscribesOnStop) {
     EXPECT_EQ(module.Telemetry(), nullptr);
     ASSERT_TRUE(hosted.Start());
     EXPECT_EQ(module.UserAgent(), "OrvelClient/18.3.1 (tav-leagues)");
@@ -111,6 +108,30 @@ TEST_F(AppModuleStart, BuildsTheUserAgentAndRegistersTheServiceProxyEventsAndThe
                                                          "SubscribeHostEvent OnServiceProxyMethodEvent 1",
                                                          "SubscribeHostEvent OnServiceProxyAsyncEvent 1"}));
     EXPECT_NE(module.Telemetry(), nullptr);
+
+    hosted.host().ClearRecords();
+    module.CoreEntry1(2, 3);
+    module.SubscribeHostEvent("OnSomething", 7, nullptr, nullptr, 0);
+    module.UnsubscribeHostEvent("OnSomething", 7);
+    module.ScheduleCallback("later", nullptr, nullptr, 1.5, 0);
+    module.BeginWait("waiting", 0);
+    module.YieldToHost();
+    module.EndWait();
+    EXPECT_EQ(records.journal,
+              (std::vector<std::string>{"CoreEntry1 2 3", "SubscribeHostEvent OnSomething 0",
+                                        "UnsubscribeHostEvent OnSomething", "ScheduleCallback later 1.5",
+                                        "BeginWait waiting", "YieldToHost", "EndWait"}));
+
+    // Every host event is unregistered once, in table order.
+    hosted.host().ClearRecords();
+    module.SubscribeToEvent("/tav-login/v1/session");
+    module.SubscribeToEvent("/tav-login/v1/session/other");
+    module.SubscribeLcdsEvent("com.example.Message", [](const PluginLcdsEvent&) {});
+    hosted.Stop();
+    EXPECT_EQ(
+        records.unsubscriptions,
+        (std::vector<std::string>{"OnJsonApiEvent_tav-login_v1_session", "OnLcdsEvent_com_example_Message",
+                                  "OnServiceProxyAsyncEvent", "OnServiceProxyMethodEvent", "OnServiceProxyUuidEvent"}));
 }
 
 TEST_F(AppModuleStart, RefusesAMissingStartRecordOrTableAndAnswersWhatOnStartAnswers) {
@@ -133,35 +154,7 @@ TEST_F(AppModuleStart, RefusesAMissingStartRecordOrTableAndAnswersWhatOnStartAns
     EXPECT_EQ(tav::test::WarningAndErrorLines(records), std::vector<std::string>{" ERROR| DBG| Start failed: no room"});
 }
 
-TEST_F(AppModuleStart, StopUnregistersEveryHostEventOnceInTableOrder) {
-    ASSERT_TRUE(hosted.Start());
-    module.SubscribeToEvent("/tav-login/v1/session");
-    module.SubscribeToEvent("/tav-login/v1/session/other");
-    module.SubscribeLcdsEvent("com.example.Message", [](const PluginLcdsEvent&) {});
-    hosted.Stop();
-    EXPECT_EQ(
-        records.unsubscriptions,
-        (std::vector<std::string>{"OnJsonApiEvent_tav-login_v1_session", "OnLcdsEvent_com_example_Message",
-                                  "OnServiceProxyAsyncEvent", "OnServiceProxyMethodEvent", "OnServiceProxyUuidEvent"}));
-}
-
-TEST_F(AppModuleStart, ForwardsTheHostSlotsToTheTable) {
-    ASSERT_TRUE(hosted.Start());
-    hosted.host().ClearRecords();
-    module.CoreEntry1(2, 3);
-    module.SubscribeHostEvent("OnSomething", 7, nullptr, nullptr, 0);
-    module.UnsubscribeHostEvent("OnSomething", 7);
-    module.ScheduleCallback("later", nullptr, nullptr, 1.5, 0);
-    module.BeginWait("waiting", 0);
-    module.YieldToHost();
-    module.EndWait();
-    EXPECT_EQ(records.journal,
-              (std::vector<std::string>{"CoreEntry1 2 3", "SubscribeHostEvent OnSomething 0",
-                                        "UnsubscribeHostEvent OnSomething", "ScheduleCallback later 1.5",
-                                        "BeginWait waiting", "YieldToHost", "EndWait"}));
-}
-
-TEST_F(AppModuleStart, TakesTheLogOverFromTheConsoleTargetsAndForwardsItInItsPattern) {
+TEST_F(AppModuleStart, TakesTheLogOverFromTheConsoleTargetsOnceAndForwardsItInItsPattern) {
     ASSERT_TRUE(hosted.Start());
     const BuiltinLogTargets builtins = GetBuiltinLogTargets();
     for (LogTargetInterface* target : {builtins.standardError, builtins.standardOutput, builtins.debugger}) {
@@ -179,15 +172,13 @@ TEST_F(AppModuleStart, TakesTheLogOverFromTheConsoleTargetsAndForwardsItInItsPat
                 ::testing::MatchesRegex(R"(....-..-..T..:..:..\....\|   WARN\| DBG;NET\| hello 5\s)"));
     EXPECT_EQ(records.logLines[1].level, 0);
     EXPECT_THAT(records.logLines[1].text, ::testing::EndsWith("|   OKAY| GEN| okay lines pass now\n"));
-}
 
-TEST_F(AppModuleStart, ASecondStartLeavesTheLogAlone) {
-    ASSERT_TRUE(hosted.Start());
+    // A second start leaves the log alone.
     SetMinimumLevel(LogLevel::Warn);
     ASSERT_TRUE(hosted.Start());
     EXPECT_EQ(MinimumLevel(), LogLevel::Warn);
     LogMessage(LogLevel::Error, LogCategory::Dbg, "once");
-    EXPECT_EQ(records.logLines.size(), 1u);
+    EXPECT_EQ(records.logLines.size(), 3u);
     EXPECT_EQ(module.startCount, 2);
 }
 

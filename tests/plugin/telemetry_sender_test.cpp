@@ -23,22 +23,18 @@ class TelemetrySenderTest : public ::testing::Test {
         hosted.host().ClearRecords();
     }
 
-    std::map<std::string, BindingProperty> Data() {
-        std::map<std::string, BindingProperty> data;
-        data["count"].SetUnsigned(3);
-        data["where"].SetString("lobby");
-        return data;
-    }
-
     // Made by Start.
     TelemetrySender& Sender() { return *hosted.module().Telemetry(); }
 
     tav::test::HostedModule<TelemetryModule> hosted;
 };
 
-TEST_F(TelemetrySenderTest, PostsTheDataAsOneStructureUnderTheEventName) {
+TEST_F(TelemetrySenderTest, PostsTheDataAsOneStructureUnderTheEventNameAndAFailureReachesOnlyTheFuture) {
     const std::size_t unreleased = SimulatedHost::UnreleasedResponses();
-    auto sent = Sender().SendTelemetry("login-started", Data());
+    std::map<std::string, BindingProperty> data;
+    data["count"].SetUnsigned(3);
+    data["where"].SetString("lobby");
+    auto sent = Sender().SendTelemetry("login-started", data);
     ASSERT_EQ(sent.wait_for(std::chrono::seconds(0)), std::future_status::ready);
     EXPECT_TRUE(sent.get().HasValue());
     ASSERT_EQ(hosted.records().requests.size(), 1u);
@@ -47,15 +43,12 @@ TEST_F(TelemetrySenderTest, PostsTheDataAsOneStructureUnderTheEventName) {
     EXPECT_EQ(request.path, "/telemetry/v1/events/login-started");
     EXPECT_EQ(request.arguments, std::vector<std::string>{R"({"count":3,"where":"lobby"})"});
     EXPECT_EQ(SimulatedHost::UnreleasedResponses(), unreleased);
-}
 
-TEST_F(TelemetrySenderTest, AFailureReachesOnlyTheFuture) {
     hosted.host().Answer(HostMethodPost, "/telemetry/v1/events/x", ScriptedAnswer::Failure(500, "boom"));
-    auto sent = Sender().SendTelemetry("x", {});
-    const auto result = sent.get();
-    ASSERT_TRUE(result.HasFailure());
-    EXPECT_EQ(result.GetFailure().Message(), "Error response for POST /telemetry/v1/events/x: boom");
-    EXPECT_EQ(hosted.records().requests[0].arguments, std::vector<std::string>{"{}"});
+    const auto failed = Sender().SendTelemetry("x", {}).get();
+    ASSERT_TRUE(failed.HasFailure());
+    EXPECT_EQ(failed.GetFailure().Message(), "Error response for POST /telemetry/v1/events/x: boom");
+    EXPECT_EQ(hosted.records().requests[1].arguments, std::vector<std::string>{"{}"});
     EXPECT_TRUE(hosted.records().logLines.empty());
 }
 
