@@ -40,6 +40,8 @@ TEST(WriteJson, StringsEscapeQuotesBackslashesAndControlBytesOnly) {
               "\"\\u0000\\u0001\\u000B\\u001F \x7F\"");
     // Bytes from 0x80 up pass as they are, valid UTF-8 or not.
     EXPECT_EQ(WriteJson(Text("\xC3\xA9\xFF")), "\"\xC3\xA9\xFF\"");
+    // An escaped line feed is not a line break.
+    EXPECT_EQ(WriteJson(Text("a\nb"), nullptr, "\r\n"), R"("a\nb")");
 }
 
 BindingProperty Nested() {
@@ -86,10 +88,6 @@ TEST(WriteJson, EnumeratorsAreWrittenByNameWhenTheRegistryKnowsOne) {
     value.At(3).SetEnum(1, BindingTypeIdentity::Reserved());
     EXPECT_EQ(WriteJson(value, &registry), R"(["ALSO_IRON","BRONZE",7,1])");
     EXPECT_EQ(WriteJson(value), "[1,2,7,1]");
-}
-
-TEST(WriteJson, AnEscapedLineFeedIsNotALineBreak) {
-    EXPECT_EQ(WriteJson(Text("a\nb"), nullptr, "\r\n"), R"("a\nb")");
 }
 
 // Each number is written in the shortest form that reads back to it.
