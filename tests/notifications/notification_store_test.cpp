@@ -12,8 +12,6 @@
 #include <string_view>
 #include <vector>
 
-#include "notifications/case_table.h"
-
 namespace Orvel::Client::Leagues {
 
 namespace {
@@ -31,7 +29,6 @@ Api::SimpleMessage LeaguesMessage(std::string msgId, std::vector<std::string> pa
 }
 
 constexpr const char* kGoldSeriesEnded = R"({"tier": "GOLD", "queueType": "RANKED_SOLO_5x5"})";
-const std::string kDecay = "LEAGUES_SYSTEM_DECAY LEAGUES_SYSTEM_DECAY_TITLE 1300 ALERT";
 
 LCDS::LeagueItemDTO Entry(LCDS::LeagueTier tier, bool displayDecayWarning, std::string inactivityStatus,
                           std::string progress = "") {
@@ -46,10 +43,6 @@ LCDS::LeagueItemDTO Entry(LCDS::LeagueTier tier, bool displayDecayWarning, std::
     entry.miniSeries.timeLeftToPlayMillis = 5000;
     entry.timeUntilInactivityStatusChanges = 86400000;
     return entry;
-}
-
-LCDS::LeagueItemDTO DecayingEntry() {
-    return Entry(LCDS::LeagueTier::SILVER, true, "INACTIVE");
 }
 
 // The listed notifications, one line each: id, message key, title key,
@@ -134,11 +127,27 @@ TEST_F(StoreTest, PlaysTheScenarios) {
             }
             EXPECT_EQ(store.AddLeagueMessage(message), command != "other");
         } else if (command == "decay") {
-            store.UpdateDecayWarnings({DecayingEntry()});
+            const std::string tiers[] = {"NONE",     "BRONZE",  "SILVER", "GOLD",
+                                         "PLATINUM", "DIAMOND", "MASTER", "CHALLENGER"};
+            std::vector<LCDS::LeagueItemDTO> entries;
+            std::istringstream fields(id + " " + rest);
+            std::string tier, shown, status, progress;
+            for (std::uint64_t level = 0; fields >> tier >> shown >> status >> progress >> level;) {
+                const auto number = static_cast<LCDS::LeagueTier>(std::find(tiers, std::end(tiers), tier) - tiers);
+                entries.push_back(
+                    Entry(number, shown == "1", status == "-" ? "" : status, progress == "-" ? "" : progress));
+                entries.back().demotionWarning = level;
+            }
+            store.UpdateDecayWarnings(entries);
         } else if (command == "shield") {
-            LCDS::LeagueItemDTO shielded;
-            shielded.demotionWarning = std::stoull(id);
-            store.UpdateDemotionShieldWarnings({shielded});
+            std::vector<LCDS::LeagueItemDTO> entries;
+            std::istringstream levels(id + " " + rest);
+            for (std::uint64_t level = 0; levels >> level;) {
+                entries.emplace_back().demotionWarning = level;
+                entries.back().playerOrTeamId = "p" + std::to_string(entries.size() - 1);
+                entries.back().queueType = static_cast<LCDS::QueueType>(entries.size() - 1);
+            }
+            store.UpdateDemotionShieldWarnings(entries);
         } else if (command == "allow") {
             EXPECT_EQ(store.SetNotificationsAllowed(id == "true") ? "true" : "false", expected);
         } else if (command == "ack") {
@@ -154,7 +163,8 @@ TEST_F(StoreTest, PlaysTheScenarios) {
         } else if (command == "record") {
             const Api::LeagueNotificationResource record = store.GetNotifications().at(std::stoul(id));
             EXPECT_EQ(record.msgId + "/" + record.data.tier + "/" + record.data.notifyReason + "/" +
-                          std::to_string(record.data.minGamesForSeeding),
+                          std::to_string(record.data.minGamesForSeeding) + "/" + record.data.playerOrTeamId + "/" +
+                          record.data.queueType,
                       expected);
         } else if (command == "list") {
             Lines listed;
@@ -201,50 +211,6 @@ TEST_F(StoreTest, HoldsTheRecordWhileTheListsChangeDuringTheServerCall) {
     EXPECT_EQ(Acknowledge(1), "ok");
     EXPECT_TRUE(store.GetNotifications().at(21).acknowledgedByPlayer);
     EXPECT_EQ(store.GetNotifications().size(), 42u);
-}
-
-TEST(UpdateDecayWarnings, TheFirstMatchingRuleGivesTheWarning) {
-    const std::string tiers[] = {"NONE", "BRONZE", "SILVER", "GOLD", "PLATINUM", "DIAMOND", "MASTER", "CHALLENGER"};
-    const auto rows = test::ReadCases("decay_warnings.tsv");
-    ASSERT_EQ(rows.size(), 10u);
-    for (const std::vector<std::string>& row : rows) {
-        SCOPED_TRACE(::testing::PrintToString(row));
-        const auto tier = static_cast<LCDS::LeagueTier>(std::find(tiers, std::end(tiers), row.at(0)) - tiers);
-        LeagueNotificationStore store;
-        store.UpdateDecayWarnings({Entry(tier, row.at(1) == "1", row.at(2), row.at(3))});
-        EXPECT_EQ(Listed(store), row.at(4) == "-" ? Lines{} : Lines{"0 " + row.at(4)});
-    }
-}
-
-TEST_F(StoreTest, RebuildsTheWholeListAndThenTheDemotionShieldWarningsOfLevelsOneAndTwo) {
-    LCDS::LeagueItemDTO shielded = Entry(LCDS::LeagueTier::GOLD, true, "GRACE");
-    shielded.demotionWarning = 2;
-    store.UpdateDecayWarnings({DecayingEntry(), shielded});
-    EXPECT_EQ(Listed(store),
-              (Lines{
-                  "0 " + kDecay,
-                  "1 LEAGUES_SYSTEM_DECAY_IMMINENT LEAGUES_SYSTEM_DECAY_IMMINENT_TITLE 1600 ALERT",
-                  "3 LEAGUES_SYSTEM_DEMOTION_SHIELD_LEVEL_2_WARNING LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 1800 ALERT",
-              }));
-    store.UpdateDecayWarnings({});
-    EXPECT_TRUE(Listed(store).empty());
-
-    std::vector<LCDS::LeagueItemDTO> entries(5);
-    const std::uint64_t levels[] = {0, 1, 2, 3, 18446744073709551615u};
-    for (std::size_t index = 0; index < entries.size(); ++index) {
-        entries[index].demotionWarning = levels[index];
-        entries[index].playerOrTeamId = "p" + std::to_string(index);
-        entries[index].queueType = static_cast<LCDS::QueueType>(index);
-    }
-    store.UpdateDemotionShieldWarnings(entries);
-    EXPECT_EQ(Listed(store),
-              (Lines{
-                  "5 LEAGUES_SYSTEM_DEMOTION_SHIELD_LEVEL_1_WARNING LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 2100 WARNING",
-                  "6 LEAGUES_SYSTEM_DEMOTION_SHIELD_LEVEL_2_WARNING LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 1800 ALERT",
-              }));
-    const std::vector<Api::LeagueNotificationResource> list = store.GetNotifications();
-    EXPECT_EQ(list[0].data.playerOrTeamId + " " + list[0].data.queueType + " " + list[1].data.queueType,
-              "p1 SOLO5V5 FLEXSR");
 }
 
 TEST_F(StoreTest, AStandingMessageCopiesTheEntrysQueueInactivityAndSeriesTime) {
