@@ -138,20 +138,24 @@ T Start() {
     return T{};
 }
 
-// Converts input into out under the name "field"; the message, or "" on success.
-template <class T>
+// Converts input into out under the name "field", requiring a value or not; the message, or "" on success.
+template <class T, bool kRequired = false>
 std::string ConvertInto(T& out, const BindingProperty& input, const BindingTypeRegistry& registry) {
     BindingProperty status;
-    FromBinding(status, out, input, "field", registry);
+    if constexpr (kRequired) {
+        FromBindingRequired(status, out, input, "field", registry);
+    } else {
+        FromBinding(status, out, input, "field", registry);
+    }
     return std::string(status.GetError());
 }
 
 // Converts input under the name "field" into a T holding Start<T>(): the value shown on success, else the
 // message, marked when the failure changed the value.
-template <class T>
+template <class T, bool kRequired = false>
 std::string Into(const BindingProperty& input, const BindingTypeRegistry& registry) {
     T out = Start<T>();
-    const std::string message = ConvertInto(out, input, registry);
+    const std::string message = ConvertInto<T, kRequired>(out, input, registry);
     if (message.empty()) {
         return Show(out, registry);
     }
