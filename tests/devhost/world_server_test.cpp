@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "case_table.h"
 #include "codec/json_writer.h"
 #include "host_value_json.h"
 
@@ -31,32 +32,16 @@ std::string Described(const ServerAnswer& answer) {
            " " + std::string(list.Member("queue").AsString());
 }
 
-// Apex lists are written once per tier, queue and limit; each limit keeps its own answer.
-TEST(WorldServer, AnswersEachApexListByItsTierQueueAndLimit) {
+// Apex lists are written once per tier, queue and limit; each limit keeps its own answer, and a fault set later
+// changes it.
+TEST(WorldServer, AnswersEachApexListByItsTierQueueAndLimitUnlessAFaultIsSet) {
     WorldServer server(ApexWorld());
-    const std::string list = "com.orvelsoft.leagues.pojo.LeagueListDTO";
-    const struct {
-        const char* method;
-        const char* arguments;
-        std::string expected;
-    } cases[] = {
-        {"getMasterLeagueTopX", R"(["RANKED_SOLO_5x5","2"])", list + " 2 of 2 MASTER RANKED_SOLO_5x5"},
-        {"getMasterLeagueTopX", R"(["RANKED_SOLO_5x5","200"])", list + " 3 of 3 MASTER RANKED_SOLO_5x5"},
-        {"getMasterLeagueTopX", R"(["RANKED_SOLO_5x5","2"])", list + " 2 of 2 MASTER RANKED_SOLO_5x5"},
-        {"getChallengerLeague", R"(["RANKED_SOLO_5x5"])", list + " 0 of 0 CHALLENGER RANKED_SOLO_5x5"},
-        {"getMasterLeagueTopX", R"(["RANKED_FLEX_SR","5"])", list + " 0 of 0 MASTER RANKED_FLEX_SR"},
-        {"getGrandLeague", R"(["RANKED_SOLO_5x5"])", "error The game server has no method leagues.getGrandLeague"},
-    };
-    for (const auto& call : cases) {
-        SCOPED_TRACE(std::string(call.method) + " " + call.arguments);
-        EXPECT_EQ(Described(server.Answer("leagues", call.method, JsonValue(call.arguments))), call.expected);
+    for (const auto& row : test::ReadCaseTable("apex_lists.tsv", 3)) {
+        SCOPED_TRACE(row[0] + " " + row[1]);
+        EXPECT_EQ(Described(server.Answer("leagues", row[0], JsonValue(row[1]))), row[2]);
     }
-}
-
-TEST(WorldServer, AFaultChangesAnApexListAlreadyWritten) {
-    WorldServer server(ApexWorld());
+    // A fault changes a list already written.
     const wex::BindingProperty arguments = JsonValue(R"(["RANKED_SOLO_5x5","200"])");
-    server.Answer("leagues", "getMasterLeagueTopX", arguments);
     server.SetFault("leagues", "getMasterLeagueTopX", ServerFault{"", 500, 0.0, "com.example.Other", true});
     const ServerAnswer answer = server.Answer("leagues", "getMasterLeagueTopX", arguments);
     EXPECT_EQ(answer.className, "com.example.Other");
