@@ -29,32 +29,17 @@ TEST(StructureOrder, ANameIsOneMember) {
 // first eight bytes first: ties there, zero bytes that look like padding, and
 // bytes above 0x7F must still sort by every byte.
 TEST(StructureOrder, NamesAlikeInTheirFirstEightBytesSortByEveryByte) {
-    using namespace std::string_literals;
-    const std::vector<std::string> names = {"abcdefgh"s,
-                                            "abcdefghi"s,
-                                            "abcdefgg"s,
-                                            "abcdefgh\x01"s,
-                                            "abcdefg"s,
-                                            "abcdefg\0"s,
-                                            "abcdefg\0\0"s,
-                                            "abcdefg\x80"s,
-                                            "a\0"s,
-                                            "a"s,
-                                            "\0"s,
-                                            "\xFF"s,
-                                            "\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF"s,
-                                            "\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\0"s,
-                                            "abcdefghabcdefgh"s,
-                                            "abcdefghabcdefgi"s,
-                                            "abcdefghabcdefg"s,
-                                            "abcdefghabcdefg\0"s,
-                                            "abcdefghabcdefgh\0"s,
-                                            "abcdefgh\x80"s,
-                                            "abcdefghabcdefgh\xFF"s,
-                                            "abcdefghabcdefghabcdefgh"s,
-                                            "B"s,
-                                            "\xC3\xA9"s,
-                                            ""s};
+    using namespace std::literals;
+    // Each name ends at a '|'; the last one is empty.
+    const std::string_view list =
+        "abcdefgh|abcdefghi|abcdefgg|abcdefgh\x01|abcdefg|abcdefg\0|abcdefg\0\0|abcdefg\x80|a\0|a|\0|\xFF|"
+        "\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF|\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\0|abcdefghabcdefgh|abcdefghabcdefgi|"
+        "abcdefghabcdefg|abcdefghabcdefg\0|abcdefghabcdefgh\0|abcdefgh\x80|abcdefghabcdefgh\xFF|"
+        "abcdefghabcdefghabcdefgh|B|\xC3\xA9||"sv;
+    std::vector<std::string> names;
+    for (std::size_t start = 0, end; (end = list.find('|', start)) != std::string_view::npos; start = end + 1) {
+        names.emplace_back(list.substr(start, end - start));
+    }
     std::vector<std::string> sorted = names;
     std::sort(sorted.begin(), sorted.end());
     const std::vector<std::string> reversed(sorted.rbegin(), sorted.rend());
