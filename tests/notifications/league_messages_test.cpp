@@ -54,7 +54,7 @@ class BuildNotificationDataTest : public ::testing::Test {
     Api::LeagueNotificationResource record;
 };
 
-TEST_F(BuildNotificationDataTest, SkipsParamsThatAreNoObjectWithANotifyReason) {
+TEST_F(BuildNotificationDataTest, SkipsParamsWithoutANotifyReasonAndReadsMissingOrWronglyKindedMembersAsDefaults) {
     const std::vector<std::string> skipped = {
         "",
         "not json",
@@ -70,9 +70,7 @@ TEST_F(BuildNotificationDataTest, SkipsParamsThatAreNoObjectWithANotifyReason) {
     EXPECT_EQ(record.data.minGamesForSeeding, -1);
     EXPECT_EQ(DataOf(skipped), initial);
     EXPECT_EQ(record.type + record.titleType, "");
-}
 
-TEST_F(BuildNotificationDataTest, MissingAndWronglyKindedMembersReadAsTheirDefaults) {
     // Once a param counts, an absent queue reads as the empty server name, which maps to NONE.
     std::string defaults = DataOf({});
     defaults.replace(defaults.find("\"queueType\":\"\""), 14, "\"queueType\":\"NONE\"");
@@ -96,27 +94,18 @@ TEST_F(BuildNotificationDataTest, MissingAndWronglyKindedMembersReadAsTheirDefau
 }
 
 TEST_F(BuildNotificationDataTest, ThirtyTwoBitReadingsKeepTheLowBitsWithSignAndSixtyFourBitOnesTheWholeNumber) {
-    const std::pair<const char*, std::int64_t> rows[] = {
-        {"4294967295", -1},
-        {"2147483647", 2147483647},
-        {"2147483648", -2147483648LL},
-        {"4294967296", 0},
-        {"-2147483649", 2147483647},
-        {"18446744073709551615", -1},
-        {"-75.9", -75},
-        {"1e300", -1},
-    };
-    for (const auto& [text, points] : rows) {
-        SCOPED_TRACE(text);
-        const std::string number = text;
+    const auto rows = test::ReadCases("number_readings.tsv");
+    ASSERT_EQ(rows.size(), 8u);
+    for (const std::vector<std::string>& row : rows) {
+        SCOPED_TRACE(row.at(0));
+        const std::string& number = row.at(0);
         DataOf({R"({"notifyReason": "LEAGUE_POINTS_UPDATE", "leaguePointsDelta": )" + number +
                 R"(, "minGamesForSeeding": )" + number + R"(, "leagueItem": {"leaguePoints": )" + number +
                 R"(, "timeUntilDecay": )" + number + R"(, "demotionWarning": )" + number + "}}"});
-        EXPECT_EQ(record.data.leaguePointsDelta, points);
-        EXPECT_EQ(record.data.minGamesForSeeding, points);
-        EXPECT_EQ(record.data.points, points);
-        EXPECT_EQ(record.data.timeUntilDecay, points);
-        EXPECT_EQ(record.data.demotionWarning, points);
+        const Api::LeagueNotificationItem& data = record.data;
+        EXPECT_EQ((std::vector<std::int64_t>{data.leaguePointsDelta, data.minGamesForSeeding, data.points,
+                                             data.timeUntilDecay, data.demotionWarning}),
+                  std::vector<std::int64_t>(5, std::stoll(row.at(1))));
     }
     DataOf({R"({"notifyReason": "X", "gameId": 18446744073709551615,
                 "leagueItem": {"wins": 4294967296, "losses": -1, "lastPlayed": 12.7}})"});
@@ -126,7 +115,7 @@ TEST_F(BuildNotificationDataTest, ThirtyTwoBitReadingsKeepTheLowBitsWithSignAndS
     EXPECT_EQ(record.data.lastPlayed, 12u);
 }
 
-TEST_F(BuildNotificationDataTest, ASeriesWhoseProgressIsTheTextNullKeepsTheSeriesMembers) {
+TEST_F(BuildNotificationDataTest, TheLastParamThatCountsDecidesAndASeriesProgressOfTheTextNullKeepsTheSeries) {
     const std::string start =
         R"({"notifyReason": "MINISERIES_START", "leagueItem": {"tier": "BRONZE", "rank": "V",
             "miniSeries": {"progress": "WNN", "wins": 1}}})";
@@ -146,9 +135,8 @@ TEST_F(BuildNotificationDataTest, ASeriesWhoseProgressIsTheTextNullKeepsTheSerie
     // A series of JSON null, or none at all, has the empty progress: no results.
     DataOf({start, R"({"notifyReason": "MINISERIES_START", "leagueItem": {"miniSeries": null}})"});
     EXPECT_TRUE(record.data.miniseriesResults.empty());
-}
 
-TEST_F(BuildNotificationDataTest, TheLastParamThatCountsDecidesEveryMemberItReads) {
+    // The last param that counts decides every member it reads.
     const std::string cancel =
         R"({"notifyReason": "MINISERIES_CANCEL", "minGamesForSeeding": 4,
             "leagueItem": {"queueType": "RANKED_SOLO_5x5", "tier": "GOLD", "wins": 3}})";
