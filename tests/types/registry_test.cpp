@@ -24,7 +24,7 @@ TEST(BindingTypeIdentity, EachNativeTypeHasOneStableIdentityNamedInEightUpperCas
 
 using RegistryTest = SampleRegistry;
 
-TEST_F(RegistryTest, TypesAreFoundByNameAndByIdentifierAndTheFirstRegistrationOfANameWins) {
+TEST_F(RegistryTest, TypesAreFoundByNameAndByIdentityAndTheFirstRegistrationOfANameWins) {
     const BindingTypeInfo* byName = registry_.FindType("SampleStanding");
     ASSERT_NE(byName, nullptr);
     EXPECT_EQ(registry_.FindType(BindingTypeIdentity::Of<Standing>().id), byName);
@@ -43,9 +43,8 @@ TEST_F(RegistryTest, TypesAreFoundByNameAndByIdentifierAndTheFirstRegistrationOf
     EXPECT_EQ(registry_.FindType(BindingTypeIdentity::Of<Key>().id), registry_.FindType("SampleKey"));
     registry_.Enum<Tier>("SampleTier").Value("SILVER", Tier{2});
     EXPECT_EQ(registry_.FindType("SampleTier")->enumValues.size(), 3u);
-}
 
-TEST_F(RegistryTest, TheReservedIdentityIsNotIndexed) {
+    // A type without a native one is found by its name only.
     BindingTypeBuilder builder = registry_.BeginType(0, "Described", BindingTypeIdentity::Reserved(), false);
     EXPECT_TRUE(builder.IsNew());
     builder.SetNameSpace("hclient").SetDescription("A description without a native type.");
