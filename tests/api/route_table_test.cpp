@@ -58,21 +58,11 @@ TEST_F(RouteTableTest, TheFirstRegistrationOfAFunctionNameKeepsItsDescription) {
     EXPECT_EQ(registry_.FindFunction("GetX")->arguments.size(), 2u);
 }
 
-TEST_F(RouteTableTest, TheMethodMustMatchAndNamesMatterForOtherMethods) {
+// Ties go to the shorter capture, then to the earlier route.
+TEST_F(RouteTableTest, ServesTheRouteOfTheMethodWithTheBestMatch) {
     table_.AddRoute(registry_, HostMethodGet, "/m/{id}", FunctionOf("get"));
     table_.AddRoute(registry_, HostMethodOther, "/m/{id}", FunctionOf("purge"), "PURGE");
     table_.AddRoute(registry_, HostMethodAny, "/any", FunctionOf("any"));
-    EXPECT_EQ(Served(HostMethodGet, "/m/1"), "get");
-    EXPECT_EQ(Served(HostMethodDelete, "/m/1"), "none");
-    EXPECT_EQ(Served(HostMethodOther, "/m/1", "PURGE"), "purge");
-    EXPECT_EQ(Served(HostMethodOther, "/m/1", "purge"), "none");
-    EXPECT_EQ(Served(HostMethodOther, "/any", "WHATEVER"), "any");
-    EXPECT_EQ(Served(HostMethodPut, "/any"), "any");
-    EXPECT_NE(registry_.FindFunction("PurgeMById"), nullptr);
-    EXPECT_NE(registry_.FindFunction("Any"), nullptr);
-}
-
-TEST_F(RouteTableTest, TiesGoToTheShorterCaptureThenTheEarlierRoute) {
     Add("/{a}/{b}", "two");
     Add("/p/{rest}", "prefixed");
     Add("/p/{other}", "same");
@@ -80,16 +70,21 @@ TEST_F(RouteTableTest, TiesGoToTheShorterCaptureThenTheEarlierRoute) {
     Add("/t/fixed", "literal after");
     Add("/l/fixed", "literal before");
     Add("/l/{x}", "template after");
-    const std::pair<const char*, const char*> cases[] = {
-        {"/p/q", "prefixed"},  // 1 character captured against 2
-        {"/x/q", "two"},           {"/t/fixed", "literal after"},
-        {"/t/other", "template"},  {"/l/fixed", "literal before"},
-        {"/l/", "template after"},
+    const std::tuple<std::uint32_t, const char*, const char*, const char*> cases[] = {
+        {HostMethodGet, "", "/m/1", "get"},           {HostMethodDelete, "", "/m/1", "none"},
+        {HostMethodOther, "PURGE", "/m/1", "purge"},  {HostMethodOther, "purge", "/m/1", "none"},
+        {HostMethodOther, "WHATEVER", "/any", "any"}, {HostMethodPut, "", "/any", "any"},
+        {HostMethodGet, "", "/p/q", "prefixed"},  // 1 character captured against 2
+        {HostMethodGet, "", "/x/q", "two"},           {HostMethodGet, "", "/t/fixed", "literal after"},
+        {HostMethodGet, "", "/t/other", "template"},  {HostMethodGet, "", "/l/fixed", "literal before"},
+        {HostMethodGet, "", "/l/", "template after"},
     };
-    for (const auto& [path, tag] : cases) {
-        SCOPED_TRACE(path);
-        EXPECT_EQ(Served(HostMethodGet, path), tag);
+    for (const auto& [method, methodName, path, tag] : cases) {
+        SCOPED_TRACE(std::string(methodName) + " " + path);
+        EXPECT_EQ(Served(method, path, methodName), tag);
     }
+    EXPECT_NE(registry_.FindFunction("PurgeMById"), nullptr);
+    EXPECT_NE(registry_.FindFunction("Any"), nullptr);
 }
 
 // The endpoint table's descriptions hold the names of the usual templates.
