@@ -50,8 +50,8 @@ TEST(FormatMessage, Placeholders) {
         EXPECT_EQ(FormatMessage(row[0], arguments), row.at(1));
     }
     const std::string owned = "string";
-    EXPECT_EQ(FormatMessage("%s %d %7x %s %s [%s]", {"text", "text", "ab", std::string_view("view"), owned,
-                                                     static_cast<const char*>(nullptr)}),
+    EXPECT_EQ(FormatMessage("%s %d %7x %s %s [%s]",
+                            {"text", "text", "ab", std::string_view("view"), owned, static_cast<const char*>(nullptr)}),
               "text text      ab view string []");
     EXPECT_EQ(FormatMessage("%s %d", {Point{1, 2}, Point{3, 4}}), "(1,2) (3,4)");
 }

@@ -5,6 +5,7 @@
 
 #include "diagnostics/log_system.h"
 #include "host_test_module.h"
+#include "support/host_record_lines.h"
 
 namespace tav::test {
 namespace {
@@ -20,17 +21,6 @@ constexpr const char* kFirstUuid = "00000000-0000-0000-0000-000000000001";
 template <class T>
 bool IsReady(const std::future<T>& future) {
     return future.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
-}
-
-// The messages of the log lines, without their time, level and category.
-std::vector<std::string> LogMessages(const host::HostRecords& records, std::int32_t level) {
-    std::vector<std::string> messages;
-    for (const host::RecordedLogLine& line : records.logLines) {
-        if (line.level == level) {
-            messages.push_back(line.text.substr(line.text.find("| DBG| ") + 7));
-        }
-    }
-    return messages;
 }
 
 using InvokeLcdsTest = HostedTestModule;
@@ -110,12 +100,12 @@ TEST_F(ServiceProxyTest, AUuidCallIsAwaitedUntilItsAnswerArrives) {
     EXPECT_EQ(Records().journal,
               (std::vector<std::string>{"SendRequest POST /tav-login/v1/service-proxy-uuid-requests",
                                         "BeginWait " + label, "YieldToHost", "YieldToHost", "YieldToHost", "EndWait"}));
-    EXPECT_EQ(
-        LogMessages(Records(), 3),
-        (std::vector<std::string>{
-            "tav-hosttest: Preparing service proxy request: leagues.getAllMyLeagues\n",
-            "tav-hosttest: Started service proxy request: leagues.getAllMyLeagues (" + std::string(kFirstUuid) + ")\n",
-            "tav-hosttest: Fulfilled service proxy request: " + std::string(kFirstUuid) + "\n"}));
+    EXPECT_EQ(LogLinesAt(Records(), 3),
+              (std::vector<std::string>{
+                  "ALWAYS| DBG| tav-hosttest: Preparing service proxy request: leagues.getAllMyLeagues",
+                  "ALWAYS| DBG| tav-hosttest: Started service proxy request: leagues.getAllMyLeagues (" +
+                      std::string(kFirstUuid) + ")",
+                  "ALWAYS| DBG| tav-hosttest: Fulfilled service proxy request: " + std::string(kFirstUuid)}));
 }
 
 TEST_F(ServiceProxyTest, AnAnswerThatComesFirstWaitsForItsRequest) {
@@ -125,8 +115,8 @@ TEST_F(ServiceProxyTest, AnAnswerThatComesFirstWaitsForItsRequest) {
     EXPECT_TRUE(IsReady(future));
     EXPECT_EQ(Outcome(module.Await(std::move(future))), "Gold");
     EXPECT_TRUE(Records().waits.empty());
-    EXPECT_EQ(LogMessages(Records(), 3).back(),
-              "tav-hosttest: Fulfilled service proxy request: " + std::string(kFirstUuid) + "\n");
+    EXPECT_EQ(LogLinesAt(Records(), 3).back(),
+              "ALWAYS| DBG| tav-hosttest: Fulfilled service proxy request: " + std::string(kFirstUuid));
 }
 
 TEST_F(ServiceProxyTest, AMethodRequestBlocksAnotherOfTheSameKeyUntilItIsAnswered) {
@@ -138,9 +128,9 @@ TEST_F(ServiceProxyTest, AMethodRequestBlocksAnotherOfTheSameKeyUntilItIsAnswere
     EXPECT_EQ(module.ServiceProxyRequest("leagues", "refresh", 5, "onRefreshed", "extra", completion), "");
     EXPECT_EQ(module.ServiceProxyRequest("leagues", "refresh", 6, "onRefreshed", "extra", completion),
               "Request already in flight");
-    EXPECT_EQ(
-        LogMessages(Records(), 2),
-        std::vector<std::string>{"tav-hosttest: Could not invoke service proxy as request is already in flight\n"});
+    EXPECT_EQ(WarningAndErrorLines(Records()),
+              std::vector<std::string>{
+                  " ERROR| DBG| tav-hosttest: Could not invoke service proxy as request is already in flight"});
     ASSERT_EQ(Records().requests.size(), 1u);
     EXPECT_EQ(Records().requests[0].path, "/tav-login/v1/service-proxy-method-requests");
     EXPECT_EQ(Records().requests[0].arguments,
@@ -192,9 +182,9 @@ TEST_F(ServiceProxyTest, AsyncAnswersGoToTheirHandlerOrAreLogged) {
     Host().QueueEvent("OnServiceProxyAsyncEvent", R"({"serviceName":"leagues","methodName":"other","payload":"2"})");
     Host().RunUntilIdle();
     EXPECT_EQ(seen, std::vector<std::string>{"1"});
-    EXPECT_EQ(LogMessages(Records(), 2),
-              std::vector<std::string>{
-                  "tav-hosttest: Could not find registered handler for async service proxy event leagues.other\n"});
+    EXPECT_EQ(WarningAndErrorLines(Records()),
+              std::vector<std::string>{" ERROR| DBG| tav-hosttest: Could not find registered handler for async service "
+                                       "proxy event leagues.other"});
 }
 
 // The league module's completions only fulfil promises; the end-to-end tests
