@@ -2,69 +2,45 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <vector>
+
+#include "leagues/case_table.h"
 
 namespace Orvel::Client::Leagues {
 namespace {
 
 using Api::LeagueQueueType;
-using Api::LeagueRank;
 using Api::LeagueTier;
 using Api::Miniseries;
 
-TEST(ServerQueueMapping, NumbersAndNamesGiveTheApiQueueWithTheFlexQueuesSwapped) {
-    const std::pair<std::int32_t, LeagueQueueType> numbers[] = {
-        {1, LeagueQueueType::SOLO5V5}, {2, LeagueQueueType::FLEXSR}, {3, LeagueQueueType::FLEXTT},
-        {0, LeagueQueueType::NONE},    {4, LeagueQueueType::NONE},   {-1, LeagueQueueType::NONE}};
-    const char* const names[] = {"NONE", "SOLO5V5", "FLEXTT", "FLEXSR"};
-    for (const auto& [number, queue] : numbers) {
-        SCOPED_TRACE(number);
-        EXPECT_EQ(LeagueQueueTypeOf(static_cast<LCDS::QueueType>(number)), queue);
-        EXPECT_EQ(LeagueQueueNameOf(static_cast<LCDS::QueueType>(number)), names[static_cast<int>(queue)]);
-    }
-    // Server names are compared exactly; an API queue comes back through its server name.
-    const std::pair<const char*, const char*> serverNames[] = {
-        {"RANKED_SOLO_5x5", "SOLO5V5"}, {"RANKED_FLEX_SR", "FLEXSR"}, {"RANKED_FLEX_TT", "FLEXTT"},
-        {"RANKED_SOLO_5X5", "NONE"},    {"ranked_flex_sr", "NONE"},   {"RANKED_FLEX_TT ", "NONE"}};
-    for (const auto& [server, name] : serverNames) {
-        SCOPED_TRACE(server);
-        EXPECT_EQ(LeagueQueueNameOf(std::string_view(server)), name);
-    }
-    const std::pair<LeagueQueueType, const char*> queues[] = {{LeagueQueueType::SOLO5V5, "RANKED_SOLO_5x5"},
-                                                              {LeagueQueueType::FLEXTT, "RANKED_FLEX_TT"},
-                                                              {LeagueQueueType::FLEXSR, "RANKED_FLEX_SR"},
-                                                              {LeagueQueueType::NONE, "INVALID"},
-                                                              {static_cast<LeagueQueueType>(4), "INVALID"}};
-    for (const auto& [queue, server] : queues) {
-        EXPECT_EQ(QueueServerName(queue), server);
-    }
-}
-
-TEST(ServerTierAndRankMapping, TiersOneToSevenAndDivisionsBelowTheApexTiers) {
-    for (std::int32_t number : {0, 1, 4, 7, 8, -1}) {
-        SCOPED_TRACE(number);
-        const bool known = number >= 1 && number <= 7;
-        EXPECT_EQ(LeagueTierOf(static_cast<LCDS::LeagueTier>(number)),
-                  known ? static_cast<LeagueTier>(number) : LeagueTier::NONE);
-    }
-    struct Row {
-        std::int32_t rank;
-        LeagueTier tier;
-        LeagueRank division;
-        std::uint64_t number;
-    };
-    const Row rows[] = {
-        {0, LeagueTier::GOLD, LeagueRank::I, 1},     {4, LeagueTier::BRONZE, LeagueRank::V, 5},
-        {3, LeagueTier::DIAMOND, LeagueRank::IV, 4}, {2, LeagueTier::NONE, LeagueRank::III, 3},
-        {5, LeagueTier::GOLD, LeagueRank::NA, 0},    {-1, LeagueTier::SILVER, LeagueRank::NA, 0},
-        {0, LeagueTier::MASTER, LeagueRank::NA, 0},  {4, LeagueTier::CHALLENGER, LeagueRank::NA, 0},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(std::to_string(row.rank) + " in tier " + std::to_string(static_cast<int>(row.tier)));
-        EXPECT_EQ(LeagueRankOf(static_cast<LCDS::LeagueRank>(row.rank), row.tier), row.division);
-        EXPECT_EQ(DivisionNumberOf(static_cast<LCDS::LeagueRank>(row.rank), row.tier), row.number);
+TEST(ServerMappings, QueuesTiersAndDivisionsBothWays) {
+    const std::vector<std::string> queues = {"NONE", "SOLO5V5", "FLEXTT", "FLEXSR"};
+    const std::vector<std::string> tiers = {"NONE",     "BRONZE",  "SILVER", "GOLD",
+                                            "PLATINUM", "DIAMOND", "MASTER", "CHALLENGER"};
+    const std::vector<std::string> divisions = {"I", "II", "III", "IV", "V", "NA"};
+    const auto rows = test::ReadCases("mappings.tsv");
+    ASSERT_EQ(rows.size(), 31u);
+    for (const std::vector<std::string>& row : rows) {
+        SCOPED_TRACE(::testing::PrintToString(row));
+        const std::int32_t number = row.at(0) == "server" ? 0 : std::stoi(row.at(1));
+        if (row[0] == "queue") {
+            EXPECT_EQ(queues.at(static_cast<int>(LeagueQueueTypeOf(static_cast<LCDS::QueueType>(number)))), row.at(2));
+            EXPECT_EQ(LeagueQueueNameOf(static_cast<LCDS::QueueType>(number)), row.at(2));
+        } else if (row[0] == "server") {
+            EXPECT_EQ(LeagueQueueNameOf(std::string_view(row.at(1))), row.at(2));
+        } else if (row[0] == "api") {
+            EXPECT_EQ(QueueServerName(static_cast<LeagueQueueType>(number)), row.at(2));
+        } else if (row[0] == "tier") {
+            EXPECT_EQ(tiers.at(static_cast<int>(LeagueTierOf(static_cast<LCDS::LeagueTier>(number)))), row.at(2));
+        } else {
+            const auto tier = static_cast<LeagueTier>(std::find(tiers.begin(), tiers.end(), row.at(2)) - tiers.begin());
+            const auto rank = static_cast<LCDS::LeagueRank>(number);
+            EXPECT_EQ(divisions.at(static_cast<int>(LeagueRankOf(rank, tier))), row.at(3));
+            EXPECT_EQ(DivisionNumberOf(rank, tier), std::stoull(row.at(4)));
+        }
     }
 }
 
