@@ -7,12 +7,12 @@
 #include <utility>
 #include <vector>
 
-#include "notifications_fixture.h"
+#include "league_plugin_fixture.h"
 
 namespace tav::test {
 namespace {
 
-class LeagueMessagesTest : public NotificationsTest {};
+class LeagueMessagesTest : public LeaguePluginTest {};
 
 const std::string kPromoted = "LEAGUES_MESSAGE_LEAGUE_PROMOTED LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 0 ALERT";
 const std::string kReset = "LEAGUES_MESSAGE_LEAGUE_RESET LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 0 ALERT";
@@ -130,12 +130,9 @@ TEST_F(LeagueMessagesTest, AFailedServerAcknowledgementRefusesAndLeavesTheNotifi
     Push("m7", {Param("LEAGUE_RESET")});
     plugin.FailServer("clientFacadeService", "callPersistenceMessaging", "no such message");
     plugin.host().ClearRecords();
-    const host::EndpointAnswer answer =
-        plugin.host().CallEndpoint(HostMethodPost, "/tav-leagues/v2/notifications/0/acknowledge");
-    EXPECT_EQ(answer.status, 403u);
-    EXPECT_EQ(answer.error,
-              "Unable to delete notification with id 0. Either notification is acknowledged or it is not an "
-              "acknowledgeable notification");
+    ExpectFailure(plugin.host().CallEndpoint(HostMethodPost, "/tav-leagues/v2/notifications/0/acknowledge"), 403,
+                  "Unable to delete notification with id 0. Either notification is acknowledged or it is not an "
+                  "acknowledgeable notification");
     EXPECT_EQ(plugin.WarningAndErrorLines(),
               (Lines{" ERROR| DBG| Failed to acknowledge leagues notification 'm7': 500 - Error response for POST "
                      "/tav-login/v1/session/invoke: no such message"}));

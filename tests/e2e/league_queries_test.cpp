@@ -5,28 +5,44 @@
 #include <string>
 #include <vector>
 
-#include "league_json.h"
-#include "support/started_league_plugin.h"
+#include "league_plugin_fixture.h"
 
 namespace tav::test {
 namespace {
 
-using host::EndpointAnswer;
 using host::ScriptedAnswer;
 using host::ServerAnswer;
-using Lines = std::vector<std::string>;
 
 constexpr long long kNextApexUpdate = 1700000000000;
 
-class LeagueQueriesTest : public ::testing::Test {
-  protected:
-    void SetUp() override {
-        ASSERT_TRUE(plugin.started()) << plugin.error();
-        plugin.LogIn(42, 4242);
-        plugin.SetLeagueService(true);
-        plugin.host().ClearRecords();
-    }
+// One entry of a server league list.
+std::string Item(const std::string& id, const std::string& name, int points, int wins, int losses,
+                 int previousPosition = 0) {
+    return R"({"__class":"com.orvelsoft.leagues.pojo.LeagueItemDTO","playerOrTeamId":")" + id +
+           R"(","playerOrTeamName":")" + name + R"(","leaguePoints":)" + std::to_string(points) + R"(,"wins":)" +
+           std::to_string(wins) + R"(,"losses":)" + std::to_string(losses) +
+           R"(,"rank":"I","previousDayLeaguePosition":)" + std::to_string(previousPosition) + R"(,"inactive":false})";
+}
 
+// A server league list; requestorsRank only where the answer carries one.
+std::string ListJson(const std::string& name, const std::string& tier, const std::string& queue,
+                     const std::vector<std::string>& items, int maxLeagueSize = 0, long long nextApexUpdate = 0,
+                     const std::string& requestorsRank = "") {
+    std::string json = R"({"name":")" + name + R"(","tier":")" + tier + R"(","queue":")" + queue +
+                       R"(","requestorsName":"Ann","maxLeagueSize":)" + std::to_string(maxLeagueSize) +
+                       R"(,"nextApexUpdate":)" + std::to_string(nextApexUpdate);
+    if (!requestorsRank.empty()) {
+        json += R"(,"requestorsRank":")" + requestorsRank + R"(")";
+    }
+    json += R"(,"entries":[)";
+    for (std::size_t index = 0; index < items.size(); ++index) {
+        json += (index != 0 ? "," : "") + items[index];
+    }
+    return json + "]}";
+}
+
+class LeagueQueriesTest : public LeaguePluginTest {
+  protected:
     // The apex leagues of every queue: one challenger over one place and two
     // masters; "getMasterLeagueTopX" fails for failingMasterQueue.
     void ScriptApexLeagues(const std::string& failingMasterQueue = "") {
@@ -80,8 +96,6 @@ class LeagueQueriesTest : public ::testing::Test {
                leagueName + R"(","leagueTier":")" + tier + R"(","leagues":[{"leagueRank":"NA","standings":[)" +
                standings + R"(]}],"name":"Ann","queueType":")" + queue + R"(","requesterLeagueRank":"NA"})";
     }
-
-    StartedLeaguePlugin plugin;
 };
 
 // A failed server call through the invoke endpoint, as a failure prints in
@@ -89,13 +103,6 @@ class LeagueQueriesTest : public ::testing::Test {
 std::string InvokeFailure(const std::string& error) {
     return R"({"message":"Error response for POST /tav-login/v1/session/invoke: )" + error +
            R"(","errorCode_int":500,"method":"POST","url":"/tav-login/v1/session/invoke","error":")" + error + R"("})";
-}
-
-void ExpectFailure(const EndpointAnswer& answer, std::uint32_t status, const std::string& error) {
-    EXPECT_EQ(answer.status, status);
-    EXPECT_TRUE(answer.failed);
-    EXPECT_EQ(answer.error, error);
-    EXPECT_EQ(answer.json, "");
 }
 
 TEST_F(LeagueQueriesTest, ApexPlayersLeaguesAreSetAgainstTheOtherApexTierAndNumberedFromOne) {

@@ -1,5 +1,4 @@
 // The built shared library, loaded and driven through its C entry only.
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <set>
@@ -47,7 +46,7 @@ class OpenedLibrary : public ::testing::Test {
 TEST_F(OpenedLibrary, LoadGivesItsNameAndCountsItsOwnAllocations) {
     const auto before = library.Memory();
     ASSERT_TRUE(library.Load(CoreVersion{18, 7, 2}));
-    // Packed: copied before gtest binds a reference. The version fields are the unit tests' concern.
+    // Packed: copied before gtest binds a reference.
     const char* const shortName = library.loadInfo().shortName;
     EXPECT_STREQ(shortName, "tav-leagues");
     if (tav::host::kUnderAddressSanitizer) {
@@ -65,15 +64,10 @@ TEST_F(OpenedLibrary, LoadGivesItsNameAndCountsItsOwnAllocations) {
 
 // A host that calls back after Stop hands the plug-in addresses of freed
 // memory; the plug-in must notice without reading them (the asan preset checks).
-TEST_F(OpenedLibrary, StopsWithItsSubscriptionsAndDropsLaterCallsWithOneLineEach) {
+TEST_F(OpenedLibrary, AfterStopDropsLaterCallsWithOneLineEach) {
     ASSERT_TRUE(library.Load(CoreVersion{}));
     SimulatedHost host;
     ASSERT_TRUE(host.Start(library));
-    const std::vector<std::string> proxyEvents = {"OnServiceProxyAsyncEvent", "OnServiceProxyMethodEvent",
-                                                  "OnServiceProxyUuidEvent"};
-    for (const std::string& name : proxyEvents) {
-        EXPECT_EQ(host.SubscriberCount(name), 1u) << name;
-    }
     const HostEndpointRecord* const endpoint = library.loadInfo().apiTable->endpoints;
     const HostEndpointFunction entry = endpoint->entry;
     const HostEndpointContext* const context = endpoint->context;
@@ -85,7 +79,6 @@ TEST_F(OpenedLibrary, StopsWithItsSubscriptionsAndDropsLaterCallsWithOneLineEach
     const tav::host::RecordedSubscription subscription = host.Records().subscriptions.front();
     host.Stop(library);
     EXPECT_FALSE(library.loaded());
-    EXPECT_THAT(host.Records().unsubscriptions, ::testing::IsSupersetOf(proxyEvents));
 
     testing::internal::CaptureStderr();
     schedule.callback(schedule.userData);

@@ -6,14 +6,14 @@
 #include <string>
 #include <vector>
 
-#include "notifications_fixture.h"
+#include "league_plugin_fixture.h"
 
 namespace tav::test {
 namespace {
 
 const std::string kImminent = " LEAGUES_SYSTEM_DECAY_IMMINENT LEAGUES_SYSTEM_DECAY_IMMINENT_TITLE 1600 ALERT";
 
-class LoginMessagesTest : public NotificationsTest {
+class LoginMessagesTest : public LeaguePluginTest {
   protected:
     void SendLoginPacket(const std::vector<std::string>& messages) {
         plugin.SetResource(kLoginDataPacket, R"({"simpleMessages":[)" + JoinedJson(messages) + "]}");

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "notifications_fixture.h"
+#include "league_plugin_fixture.h"
 #include "support/token_text.h"
 
 namespace tav::test {
@@ -29,10 +29,10 @@ std::string SignedEntry(const std::string& queue, const std::string& jwt) {
     return R"({"playerOrTeamId":"42","queueType":")" + queue + R"(","tier":"GOLD","jwt":")" + jwt + R"("})";
 }
 
-class SignedStandingsTest : public NotificationsTest {
+class SignedStandingsTest : public LeaguePluginTest {
   protected:
     void SetUp() override {
-        NotificationsTest::SetUp();
+        LeaguePluginTest::SetUp();
         plugin.SetResource(kJwtEnabled, "true");
         plugin.host().ClearRecords();
     }
@@ -114,9 +114,7 @@ TEST_F(SignedStandingsTest, ALoadWhileTheTimerIsPendingDoesNotMoveIt) {
 
 TEST_F(SignedStandingsTest, WithASwitchOffTheRouteFailsOnAnEmptyCacheAndAnswersAFilledOne) {
     plugin.SetResource(kJwtEnabled, "false");
-    const host::EndpointAnswer off = GetSigned();
-    EXPECT_EQ(off.status, 500u);
-    EXPECT_EQ(off.error, kNotAvailable);
+    ExpectFailure(GetSigned(), 500, kNotAvailable);
     EXPECT_EQ(plugin.WarningAndErrorLines(), (Lines{"  WARN| DBG| " + kNotAvailable}));
     EXPECT_EQ(ResourceEvents(plugin.records(), kSignedLeaguesUri), Lines{});
 
@@ -139,9 +137,7 @@ TEST_F(SignedStandingsTest, WithASwitchOffTheRouteFailsOnAnEmptyCacheAndAnswersA
 
 TEST_F(SignedStandingsTest, AFailedLoadFailsTheRouteAndTokensWithoutAnExpiryArmNoTimer) {
     plugin.FailServer("leagues", "getMySignedLeaguePositions", "timed out");
-    const host::EndpointAnswer answer = GetSigned();
-    EXPECT_EQ(answer.status, 500u);
-    EXPECT_EQ(answer.error, "timed out");
+    ExpectFailure(GetSigned(), 500, "timed out");
     EXPECT_EQ(plugin.WarningAndErrorLines(), (Lines{" ERROR| DBG| Failed to get my leagues: timed out"}));
     EXPECT_EQ(plugin.records().events.size(), 0u);
     EXPECT_EQ(TimerDelays(), std::vector<long long>{});

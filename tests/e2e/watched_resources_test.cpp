@@ -5,8 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "league_json.h"
-#include "support/started_league_plugin.h"
+#include "league_plugin_fixture.h"
 
 namespace tav::test {
 namespace {

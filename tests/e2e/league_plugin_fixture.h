@@ -1,8 +1,8 @@
 #pragma once
 
 // A started library with a logged-in player and the league service on, the
-// league messages the server sends it, and the ways of the tests of the
-// notifications and signed standings to drive it and read it back.
+// messages and answers the server sends it, and the ways of the end-to-end
+// tests to drive it and read it back.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -13,11 +13,12 @@
 #include "codec/json_reader.h"
 #include "codec/json_writer.h"
 #include "host_records.h"
-#include "league_json.h"
 #include "support/started_league_plugin.h"
 
 namespace tav::test {
 
+inline constexpr const char* kLeagueListClass = "com.orvelsoft.leagues.pojo.LeagueListDTO";
+inline constexpr const char* kSummonerLeaguesClass = "com.orvelsoft.platform.leagues.client.dto.SummonerLeaguesDTO";
 inline constexpr const char* kSimpleDialogMessage = "com.orvelsoft.platform.messaging.persistence.SimpleDialogMessage";
 inline constexpr const char* kLeagueItemsClass = "com.orvelsoft.platform.leagues.client.dto.SummonerLeagueItemsDTO";
 inline constexpr const char* kNotificationsUri = "/tav-leagues/v2/notifications";
@@ -96,7 +97,15 @@ inline std::vector<std::string> ResourceEvents(const host::HostRecords& records,
     return events;
 }
 
-class NotificationsTest : public ::testing::Test {
+// A route's failure, compared whole.
+inline void ExpectFailure(const host::EndpointAnswer& answer, std::uint32_t status, const std::string& error) {
+    EXPECT_EQ(answer.status, status);
+    EXPECT_TRUE(answer.failed);
+    EXPECT_EQ(answer.error, error);
+    EXPECT_EQ(answer.json, "");
+}
+
+class LeaguePluginTest : public ::testing::Test {
   protected:
     using Lines = std::vector<std::string>;
 
