@@ -42,7 +42,8 @@ void ExpectChained(const Record* first, std::uint32_t count) {
 std::string Describe(const HostEndpointRecord& endpoint) {
     std::ostringstream out;
     out << endpoint.method << ' ' << endpoint.pathTemplate << ' ' << endpoint.functionName << " -> "
-        << endpoint.resultKind << '/' << endpoint.resultElementKind << ' ' << endpoint.resultTypeName;
+        << endpoint.resultKind << '/' << endpoint.resultElementKind << (endpoint.resultTypeName[0] != '\0' ? " " : "")
+        << endpoint.resultTypeName;
     const HostLocationRecord* location = endpoint.locations;
     for (const HostArgumentRecord* argument = endpoint.arguments; argument != nullptr; argument = argument->next) {
         out << ", " << argument->name << ' ' << argument->kind << '/' << argument->elementKind << ' '
