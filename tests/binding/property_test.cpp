@@ -236,7 +236,8 @@ TEST(BindingProperty, CopiesAndMovesBetweenANodeAndItselfItsDescendantsOrAncesto
     EXPECT_EQ(root.Member("leaf").AsString(), "deep");
 }
 
-TEST(BindingProperty, MovingBetweenRootsHandsTheTreeOverWithoutCopying) {
+// A root hands its tree over without copying; a node of a tree is copied and reset.
+TEST(BindingProperty, MovingHandsARootOverAndCopiesANodeOfATree) {
     BindingProperty source;
     source.Member("name").SetString("moved");
     const char* text = source.Member("name").AsString().data();
@@ -248,9 +249,7 @@ TEST(BindingProperty, MovingBetweenRootsHandsTheTreeOverWithoutCopying) {
     BindingProperty constructed(std::move(target));
     EXPECT_EQ(constructed.Member("name").AsString().data(), text);
     EXPECT_TRUE(target.IsEmpty());
-}
 
-TEST(BindingProperty, MovingANodeOfATreeCopiesItAndResetsIt) {
     BindingProperty tree;
     tree.Member("a").Member("b").SetString("value");
     BindingProperty taken(std::move(tree.Member("a")));
