@@ -83,6 +83,39 @@ class HostTestModule : public wex::AppModule {
     void MarkFinalizing() { finalizing_ = true; }
 };
 
+// Keeps what the module hands the host slots, pointers as they are, to use them as
+// late as a careless host may: under the asan preset a text that died earlier
+// fails the test.
+class KeepingModule : public HostTestModule {
+  public:
+    void SubscribeHostEvent(const char* name, std::uint32_t hostContext, HostEventCallback callback, void* userData,
+                            std::uint32_t flag) override {
+        eventName = name;
+        deliver = callback;
+        module = userData;
+        AppModule::SubscribeHostEvent(name, hostContext, callback, userData, flag);
+    }
+    void ScheduleCallback(const char* label, HostScheduledCallback callback, void* userData, double delaySeconds,
+                          std::uint32_t flag) override {
+        scheduleLabel = label;
+        AppModule::ScheduleCallback(label, callback, userData, delaySeconds, flag);
+    }
+    void BeginWait(const std::string& label, std::uint32_t zero) override {
+        waitLabel = label.c_str();
+        AppModule::BeginWait(label, zero);
+    }
+    void EndWait() override {
+        seen.push_back(waitLabel);
+        AppModule::EndWait();
+    }
+    const char* eventName = nullptr;
+    HostEventCallback deliver = nullptr;
+    void* module = nullptr;
+    const char* scheduleLabel = nullptr;
+    const char* waitLabel = nullptr;
+    std::vector<std::string> seen;
+};
+
 // The module started with a simulated host, whose records start after Start.
 class HostedTestModule : public ::testing::Test {
   protected:

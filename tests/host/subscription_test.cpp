@@ -162,24 +162,10 @@ TEST(CarelessHost, APayloadIsReleasedWhenSendingThrows) {
                  std::runtime_error);
 }
 
-// Keeps the delivery callback that the module registers, to call it as a
-// careless host might.
-class CallbackKeepingModule : public HostTestModule {
-  public:
-    void SubscribeHostEvent(const char* name, std::uint32_t hostContext, HostEventCallback callback, void* userData,
-                            std::uint32_t flag) override {
-        deliver = callback;
-        module = userData;
-        AppModule::SubscribeHostEvent(name, hostContext, callback, userData, flag);
-    }
-    HostEventCallback deliver = nullptr;
-    void* module = nullptr;
-};
-
 TEST(CarelessDelivery, EventsThatDoNotFitAreDropped) {
-    HostedModule<CallbackKeepingModule> hosted;
+    HostedModule<KeepingModule> hosted;
     ASSERT_TRUE(hosted.Start());
-    CallbackKeepingModule& module = hosted.module();
+    KeepingModule& module = hosted.module();
     Lines lines;
     module.Observe<TestEntry>("/tav-test/v1/entry", LogTo<TestEntry>(lines));
     ASSERT_NE(module.deliver, nullptr);

@@ -74,39 +74,10 @@ TEST_F(WaitingTest, ScheduleHandsTheHostTheDelayInSecondsAndRemovesEachCallbackO
     EXPECT_EQ(module.PendingScheduledCallbacks(), 0u);
 }
 
-// Keeps the texts that the module hands the host as pointers, as a host may,
-// and reads them as late as the host may: under the asan preset a text that
-// died earlier fails the test.
-class TextKeepingModule : public HostTestModule {
-  public:
-    void SubscribeHostEvent(const char* name, std::uint32_t hostContext, HostEventCallback callback, void* userData,
-                            std::uint32_t flag) override {
-        eventName = name;
-        AppModule::SubscribeHostEvent(name, hostContext, callback, userData, flag);
-    }
-    void ScheduleCallback(const char* label, HostScheduledCallback callback, void* userData, double delaySeconds,
-                          std::uint32_t flag) override {
-        scheduleLabel = label;
-        AppModule::ScheduleCallback(label, callback, userData, delaySeconds, flag);
-    }
-    void BeginWait(const std::string& label, std::uint32_t zero) override {
-        waitLabel = label.c_str();
-        AppModule::BeginWait(label, zero);
-    }
-    void EndWait() override {
-        seen.push_back(waitLabel);
-        AppModule::EndWait();
-    }
-    const char* eventName = nullptr;
-    const char* scheduleLabel = nullptr;
-    const char* waitLabel = nullptr;
-    std::vector<std::string> seen;
-};
-
 TEST(HostTexts, LiveAsLongAsTheHostMayReadThem) {
-    HostedModule<TextKeepingModule> hosted;
+    HostedModule<KeepingModule> hosted;
     ASSERT_TRUE(hosted.Start());
-    TextKeepingModule& module = hosted.module();
+    KeepingModule& module = hosted.module();
     module.Observe<BindingProperty>("/tav-test/v1/entry/with/a/long/name", [](auto, const BindingProperty&) {});
     EXPECT_STREQ(module.eventName, "OnJsonApiEvent_tav-test_v1_entry");
     std::promise<IntResult> promise;
@@ -121,21 +92,24 @@ TEST(HostTexts, LiveAsLongAsTheHostMayReadThem) {
     EXPECT_EQ(module.seen, (std::vector<std::string>{"a label longer than sixteen bytes", kFutureLabel}));
 }
 
-// Not started, so that the log still writes to standard error. The patterns
-// keep to what GoogleTest's simple regular expressions on Windows understand.
+// What an await that cannot end reports. The patterns keep to what GoogleTest's
+// simple regular expressions on Windows understand.
+std::string AwaitFailure(const std::string& error) {
+    return "Awaiting a future failed with error " + error + "\n.*Assertion failed!\n\nExpression: ALE-6D828C10";
+}
+
+// Not started, so that the log still writes to standard error.
 TEST(WaitingDeathTest, AFutureWithoutAResultEndsTheProcess) {
     HostedModule<HostTestModule> hosted;
     HostTestModule& module = hosted.module();
     EXPECT_DEATH((void)module.Await(std::future<IntResult>()),
-                 "Awaiting a future failed with error 3: std::future_error: No associated state\n"
-                 ".*Assertion failed!\n\nExpression: ALE-6D828C10");
+                 AwaitFailure("3: std::future_error: No associated state"));
     EXPECT_DEATH(
         {
             std::future<IntResult> future = std::promise<IntResult>().get_future();
             (void)module.Await(std::move(future));
         },
-        "Awaiting a future failed with error 4: std::future_error: Broken promise\n"
-        ".*Assertion failed!\n\nExpression: ALE-6D828C10");
+        AwaitFailure("4: std::future_error: Broken promise"));
 }
 
 // The host stops the module during a turn that it was given to wait: the
@@ -153,8 +127,7 @@ TEST(WaitingDeathTest, StopDuringAWaitEndsTheProcess) {
     EXPECT_DEATH(waitAndStop([](HostTestModule& module) {
                      (void)module.Await(module.CallService<int>("leagues", "getAllMyLeagues", 0));
                  }),
-                 "Awaiting a future failed with error 4: std::future_error: Broken promise\n"
-                 ".*Assertion failed!\n\nExpression: ALE-6D828C10");
+                 AwaitFailure("4: std::future_error: Broken promise"));
     EXPECT_DEATH(waitAndStop([](HostTestModule& module) { module.Yield(); }),
                  "The module was stopped while it yielded to the host\n"
                  ".*Assertion failed!\n\nExpression: Stop during Yield");
