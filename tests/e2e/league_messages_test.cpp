@@ -1,6 +1,6 @@
 // League messages pushed by the simulated game server to the built library:
 // the notifications they file, what is published, called and logged for
-// them, their gating through a game and their acknowledgement.
+// them, and their acknowledgement.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -115,15 +115,6 @@ TEST_F(LeagueMessagesTest, AMessageThatDoesNotConvertIsDropped) {
     plugin.host().RunUntilIdle();
     EXPECT_EQ(plugin.records().events.size(), 0u);
     EXPECT_EQ(Listed(), Lines{});
-}
-
-// ---- Gating and acknowledgement ---------------------------------------------------
-
-TEST_F(LeagueMessagesTest, DeletingTheGameflowSessionReleasesAndPublishes) {
-    EnterPhase("ChampSelect", "RANKED_TEAM_3x3");
-    Push("m0", {Param("LEAGUE_RESET")});
-    plugin.DeleteResource(kGameflowSession);
-    EXPECT_EQ(PublishedLists(), (Lines{"Update:", "Update: 0 " + kReset}));
 }
 
 TEST_F(LeagueMessagesTest, AFailedServerAcknowledgementRefusesAndLeavesTheNotification) {

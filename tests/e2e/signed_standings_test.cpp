@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -37,19 +36,10 @@ class SignedStandingsTest : public LeaguePluginTest {
         plugin.host().ClearRecords();
     }
 
-    // The answers of "getMySignedLeaguePositions", one per call, the last
-    // one repeated.
-    void ServeSignedLeagues(std::vector<std::string> answers) {
-        auto calls = std::make_shared<std::size_t>(0);
-        plugin.host().SetServerResponder([answers = std::move(answers), calls](
-                                             std::string_view, std::string_view method, const wex::BindingProperty&) {
-            if (method != "getMySignedLeaguePositions") {
-                return host::ServerAnswer::Failure("unexpected call", 500, StartedLeaguePlugin::kServerTurns);
-            }
-            const std::string& answer = answers[std::min(*calls, answers.size() - 1)];
-            ++*calls;
-            return host::ServerAnswer::Json("", answer, StartedLeaguePlugin::kServerTurns);
-        });
+    // The player's one signed entry, of the solo queue, as the server answers it.
+    void ServeSigned(const std::string& jwt) {
+        plugin.ScriptServer("leagues", "getMySignedLeaguePositions", "",
+                            SummonerLeagues({SignedEntry("RANKED_SOLO_5x5", jwt)}));
     }
 
     host::EndpointAnswer GetSigned() { return plugin.Get(kSignedLeaguesUri); }
@@ -73,7 +63,7 @@ class SignedStandingsTest : public LeaguePluginTest {
 
 TEST_F(SignedStandingsTest, TheRouteLoadsAnEmptyCacheOnceAndAnnouncesItsCreationThenUpdates) {
     const std::string token = TokenExpiringIn(3600);
-    ServeSignedLeagues({SummonerLeagues({SignedEntry("RANKED_SOLO_5x5", token)})});
+    ServeSigned(token);
     const host::EndpointAnswer first = GetSigned();
     const std::string cache =
         R"({"summonerLeagues":[{"apexDaysUntilDecay":0,"demotionWarning":0,"displayDecayWarning":false,)"
@@ -95,9 +85,9 @@ TEST_F(SignedStandingsTest, TheRouteLoadsAnEmptyCacheOnceAndAnnouncesItsCreation
 }
 
 TEST_F(SignedStandingsTest, ALoadWhileTheTimerIsPendingDoesNotMoveIt) {
-    ServeSignedLeagues({SummonerLeagues({SignedEntry("RANKED_SOLO_5x5", TokenExpiringIn(3660))}),
-                        SummonerLeagues({SignedEntry("RANKED_SOLO_5x5", TokenExpiringIn(660))})});
+    ServeSigned(TokenExpiringIn(3660));
     GetSigned();
+    ServeSigned(TokenExpiringIn(660));
     Push("m1", {Param("LEAGUE_PROMOTED")});
     ASSERT_EQ(TimerDelays().size(), 1u);
     // The plug-in reads the system clock itself, a moment after the test did.
@@ -119,7 +109,7 @@ TEST_F(SignedStandingsTest, WithASwitchOffTheRouteFailsOnAnEmptyCacheAndAnswersA
     EXPECT_EQ(ResourceEvents(plugin.records(), kSignedLeaguesUri), Lines{});
 
     plugin.SetResource(kJwtEnabled, "true");
-    ServeSignedLeagues({SummonerLeagues({SignedEntry("RANKED_SOLO_5x5", TokenExpiringIn(3600))})});
+    ServeSigned(TokenExpiringIn(3600));
     const std::string cache = GetSigned().json;
     plugin.SetLeagueService(false);
     EXPECT_EQ(GetSigned().json, cache);
@@ -155,7 +145,7 @@ TEST_F(SignedStandingsTest, AFailedLoadFailsTheRouteAndTokensWithoutAnExpiryArmN
 
 TEST_F(SignedStandingsTest, ChampionSelectHandsOverTheQueuesTokenAndLogsTheOutcome) {
     const std::string solo = TokenExpiringIn(3600);
-    ServeSignedLeagues({SummonerLeagues({SignedEntry("RANKED_SOLO_5x5", solo)})});
+    ServeSigned(solo);
     GetSigned();
     plugin.ScriptServer("teambuilder-draft", "setJwtAsGameCustomizationV1", "", "null");
     plugin.host().ClearRecords();
