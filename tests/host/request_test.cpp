@@ -47,38 +47,31 @@ TEST_F(RequestTest, AnswersTheValueConvertedOrAFailureNamingTheRequestAndRelease
     for (const auto& stream : Host().Streams()) {
         EXPECT_TRUE(stream->Closed());
     }
-    EXPECT_TRUE(module.Request(HostMethodGet, "/entry").HasValue());
+    // A BindingProperty result is the answer unconverted.
+    Host().Answer(HostMethodGet, "/any", ScriptedAnswer::Json(R"({"b":[1,"x",null],"a":true})"));
+    EXPECT_EQ(wex::WriteJson(module.Request<BindingProperty>(HostMethodGet, "/any").Value()),
+              R"({"a":true,"b":[1,"x",null]})");
     EXPECT_EQ(SimulatedHost::UnreleasedResponses(), before);
 }
 
+// An argument that does not convert sends nothing; an unknown method travels as zero.
 TEST_F(RequestTest, SendsTheArgumentsInOrderAsPositionalValues) {
-    const auto sent = module.Request(HostMethodPost, "/tav-test/v1/things", "text", std::uint64_t{42}, TestQueue::SOLO,
-                                     TestEntry{"Ann", -3}, std::vector<std::int32_t>{1, 2});
-    EXPECT_EQ(Outcome(sent), "404 Error response for POST /tav-test/v1/things: Not found");
-    ASSERT_EQ(Records().requests.size(), 1u);
-    const host::RecordedRequest& request = Records().requests[0];
-    EXPECT_EQ(request.method, HostMethodPost);
-    EXPECT_EQ(request.path, "/tav-test/v1/things");
-    EXPECT_EQ(request.arguments,
-              (std::vector<std::string>{R"("text")", "42", R"("SOLO")", R"({"name":"Ann","points":-3})", "[1,2]"}));
-}
-
-TEST_F(RequestTest, AnArgumentThatDoesNotConvertSendsNothingAndAnUnknownMethodTravelsAsZero) {
     EXPECT_EQ(Outcome(module.Request<TestEntry>(HostMethodPut, "/tav-test/v1/x", 1, TestUnregistered{})),
               "400 Request not sent: Error converting parameters for PUT /tav-test/v1/x: Couldn't convert native "
               "value because it's an unregistered structure.");
     EXPECT_TRUE(Records().requests.empty());
     EXPECT_EQ(Outcome(module.Request<TestEntry>(99, "/tav-test/v1/x")),
               "404 Error response for  /tav-test/v1/x: Not found");
-    ASSERT_EQ(Records().requests.size(), 1u);
+    const auto sent = module.Request(HostMethodPost, "/tav-test/v1/things", "text", std::uint64_t{42}, TestQueue::SOLO,
+                                     TestEntry{"Ann", -3}, std::vector<std::int32_t>{1, 2});
+    EXPECT_EQ(Outcome(sent), "404 Error response for POST /tav-test/v1/things: Not found");
+    ASSERT_EQ(Records().requests.size(), 2u);
     EXPECT_EQ(Records().requests[0].method, 0u);
-}
-
-TEST_F(RequestTest, ABindingPropertyResultIsTheAnswerUnconverted) {
-    Host().Answer(HostMethodGet, "/any", ScriptedAnswer::Json(R"({"b":[1,"x",null],"a":true})"));
-    const auto answer = module.Request<BindingProperty>(HostMethodGet, "/any");
-    ASSERT_TRUE(answer.HasValue());
-    EXPECT_EQ(wex::WriteJson(answer.Value()), R"({"a":true,"b":[1,"x",null]})");
+    const host::RecordedRequest& request = Records().requests[1];
+    EXPECT_EQ(request.method, HostMethodPost);
+    EXPECT_EQ(request.path, "/tav-test/v1/things");
+    EXPECT_EQ(request.arguments,
+              (std::vector<std::string>{R"("text")", "42", R"("SOLO")", R"({"name":"Ann","points":-3})", "[1,2]"}));
 }
 
 TEST_F(RequestTest, AStreamYieldsBetweenShortChunksButNotBetweenFullOnes) {
