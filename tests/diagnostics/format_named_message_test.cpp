@@ -6,12 +6,14 @@
 #include <string>
 #include <vector>
 
+#include "../codec/testdata_file.h"
+
 namespace wex {
 namespace {
 
-// The fields as "name=kind:value" in their order, the kind one of b, i, u, f, s.
-std::vector<std::string> Fields(const FieldMap& fields) {
-    std::vector<std::string> texts;
+// The fields as "name=kind:value" in their order, joined by "; ".
+std::string Fields(const FieldMap& fields) {
+    std::string texts;
     for (const auto& [name, value] : fields) {
         std::string text;
         std::visit(
@@ -23,41 +25,42 @@ std::vector<std::string> Fields(const FieldMap& fields) {
                 }
             },
             value);
-        texts.push_back(name + "=" + "biufs"[value.index()] + ":" + text);
+        texts += (texts.empty() ? "" : "; ") + name + "=" + "biufs"[value.index()] + ":" + text;
     }
     return texts;
 }
 
-TEST(FormatNamedMessage, NamedPlaceholdersTakeValuesInOrderAndBecomeFieldsPrintfOnesOnlyCount) {
-    FieldMap fields;
-    EXPECT_EQ(FormatNamedMessage("Error response for {method} {url}: {error} %s [%5d]{a}1{b}2",
-                                 {"GET", "/tav-login/v1/session", "Not found", "two", std::int64_t{4}, "x", "y", "z"},
-                                 fields),
-              "Error response for GET /tav-login/v1/session: Not found two [    4]x1y2");
-    EXPECT_EQ(Fields(fields), (std::vector<std::string>{"method=s:GET", "url=s:/tav-login/v1/session",
-                                                        "error=s:Not found", "a=s:x", "b=s:y"}));
+// "i:-7" as the value it names.
+FieldValue Value(const std::string& field) {
+    const std::string value = field.substr(2);
+    switch (field[0]) {
+        case 'b':
+            return value == "1";
+        case 'i':
+            return std::int64_t{std::stoll(value)};
+        case 'u':
+            return std::uint64_t{std::stoull(value)};
+        case 'f':
+            return std::stod(value);
+        default:
+            return value;
+    }
 }
 
-TEST(FormatNamedMessage, EveryKindIsWrittenInItsDefaultFormAndHashAddsTheKindSuffix) {
-    FieldMap fields;
-    EXPECT_EQ(FormatNamedMessage("{a} {b} {c} {d} {e} {#ok} {#count} {#size} {#ratio} {#name}",
-                                 {false, std::int64_t{-7}, std::uint64_t{18'000'000'000'000'000'000u}, 2.5, "s", true,
-                                  std::int64_t{1}, std::uint64_t{2}, 0.5, "n"},
-                                 fields),
-              "false -7 18000000000000000000 2.5 s true 1 2 0.5 n");
-    EXPECT_EQ(Fields(fields), (std::vector<std::string>{"a=b:0", "b=i:-7", "c=u:18000000000000000000", "d=f:2.500000",
-                                                        "e=s:s", "ok_bool=b:1", "count_int=i:1", "size_int=u:2",
-                                                        "ratio_float=f:0.500000", "name_str=s:n"}));
-}
-
-TEST(FormatNamedMessage, HashKeepsANameThatAlreadyEndsInAKindSuffix) {
-    FieldMap fields;
-    FormatNamedMessage(
-        "{#a_bool} {#a_int} {#a_long} {#a_float} {#a_str} {#a_time} {#at_timestamp}",
-        {std::int64_t{3}, std::int64_t{3}, std::int64_t{3}, std::int64_t{3}, std::int64_t{3}, std::int64_t{3}, "x"},
-        fields);
-    EXPECT_EQ(Fields(fields), (std::vector<std::string>{"a_bool=i:3", "a_int=i:3", "a_long=i:3", "a_float=i:3",
-                                                        "a_str=i:3", "a_time=i:3", "at_timestamp_str=s:x"}));
+TEST(FormatNamedMessage, EachTemplateGivesItsTextAndFields) {
+    const auto rows =
+        tav::test::ReadCases("format_named_message_cases.tsv", std::filesystem::path(__FILE__).parent_path());
+    ASSERT_EQ(rows.size(), 3u);
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row[0]);
+        std::vector<FieldValue> values;
+        for (std::size_t field = 3; field < row.size(); ++field) {
+            values.push_back(Value(row[field]));
+        }
+        FieldMap fields;
+        EXPECT_EQ(FormatNamedMessage(row[0], values, fields), row.at(1));
+        EXPECT_EQ(Fields(fields), row.at(2));
+    }
 }
 
 TEST(FormatNamedMessage, BracesPercentSignsRepeatedNamesAndSpareValues) {
@@ -66,7 +69,7 @@ TEST(FormatNamedMessage, BracesPercentSignsRepeatedNamesAndSpareValues) {
     fields.Set("second", std::int64_t{2});
     EXPECT_EQ(FormatNamedMessage("{{literal}} {first} } 100%% }}", {"again", "unused"}, fields),
               "{literal} again } 100% }");
-    EXPECT_EQ(Fields(fields), (std::vector<std::string>{"first=s:again", "second=i:2"}));
+    EXPECT_EQ(Fields(fields), "first=s:again; second=i:2");
     EXPECT_EQ(FormatNamedMessage("open { without close", {}, fields), "open { without close");
     ASSERT_NE(fields.Find("second"), nullptr);
     EXPECT_EQ(std::get<std::int64_t>(*fields.Find("second")), 2);
