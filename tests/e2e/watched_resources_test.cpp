@@ -40,24 +40,12 @@ class WatchedResourcesTest : public ::testing::Test {
     StartedLeaguePlugin plugin{false};
 };
 
-TEST_F(WatchedResourcesTest, ValuesPresentBeforeStartAreTakenAtOnce) {
+TEST_F(WatchedResourcesTest, ValuesPresentBeforeStartAreTakenAtOnceAndTheLoginKeepsItsIdsUntilDeleted) {
     plugin.host().SetResource(StartedLeaguePlugin::kLeagueServiceEnabled, "true");
     plugin.host().SetResource(StartedLeaguePlugin::kLoginSession,
                               R"({"state":"SUCCEEDED","summonerId":12,"accountId":34})");
     plugin.Start();
     ASSERT_TRUE(plugin.started()) << plugin.error();
-    EXPECT_EQ(LeaguesMethodFor(12), "leagues.getAllMyLeagues");
-}
-
-TEST_F(WatchedResourcesTest, TheLoginKeepsItsFirstIdsUntilTheSessionIsDeleted) {
-    plugin.Start();
-    ASSERT_TRUE(plugin.started()) << plugin.error();
-    plugin.SetLeagueService(true);
-    SetSession("SUCCEEDED", 12, 0);
-    EXPECT_EQ(LeaguesMethodFor(12), "leagues.getAllLeaguesForPlayer");
-    SetSession("ERROR", 12, 34);
-    EXPECT_EQ(LeaguesMethodFor(12), "leagues.getAllLeaguesForPlayer");
-    SetSession("SUCCEEDED", 12, 34);
     EXPECT_EQ(LeaguesMethodFor(12), "leagues.getAllMyLeagues");
     SetSession("SUCCEEDED", 56, 78);
     EXPECT_EQ(LeaguesMethodFor(12), "leagues.getAllMyLeagues");
@@ -71,6 +59,13 @@ TEST_F(WatchedResourcesTest, TheLoginKeepsItsFirstIdsUntilTheSessionIsDeleted) {
     plugin.DeleteResource(StartedLeaguePlugin::kLoginSession);
     EXPECT_EQ(LeaguesMethodFor(12), "leagues.getAllLeaguesForPlayer");
     EXPECT_EQ(LeaguesMethodFor(0), "leagues.getAllMyLeagues");
+    // Only a complete successful session brings ids.
+    SetSession("SUCCEEDED", 12, 0);
+    EXPECT_EQ(LeaguesMethodFor(12), "leagues.getAllLeaguesForPlayer");
+    SetSession("ERROR", 12, 34);
+    EXPECT_EQ(LeaguesMethodFor(12), "leagues.getAllLeaguesForPlayer");
+    SetSession("SUCCEEDED", 12, 34);
+    EXPECT_EQ(LeaguesMethodFor(12), "leagues.getAllMyLeagues");
 }
 
 }  // namespace
