@@ -42,7 +42,6 @@ class StartedLeaguePlugin {
     bool started() const { return started_; }
     const std::string& error() const { return library_.error(); }
     host::SimulatedHost& host() { return host_; }
-    const HostApiTable* apiTable() const { return library_.loadInfo().apiTable; }
     const host::HostRecords& records() const { return host_.Records(); }
 
     // ---- The platform ------------------------------------------------------
