@@ -5,32 +5,18 @@
 #include <string>
 #include <vector>
 
+#include "../codec/testdata_file.h"
 #include "log_test_fixture.h"
 
 namespace wex::test {
 namespace {
 
 TEST(FormatAssertion, TextFromEachPieceThatIsGiven) {
-    struct Row {
-        const char* expression;
-        const char* description;
-        const char* file;
-        std::int32_t line;
-        const char* function;
-        const char* expected;
-    };
-    const Row rows[] = {
-        {"ALE-EECF0606", "", "", 0, "", "Assertion failed!\n\nExpression: ALE-EECF0606"},
-        {"x", "", "module/x", 12, "", "Assertion failed!\n\nFile: module/x\nLine: 12\n\nExpression: x"},
-        {"", "", "", -3, "", "Assertion failed!\n\nLine: -3\n\n"},
-        {"", "", "", 0, "", "Assertion failed!\n\n"},
-        {"ok()", "must hold", "a.cpp", 7, "Run",
-         "Assertion failed!\n\nFile: a.cpp\nLine: 7\n\nFunction: Run\n\nExpression: ok()\n\nDescription: must hold"},
-        {"", "only a description", "", 0, "", "Assertion failed!\n\n\n\nDescription: only a description"},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.expected);
-        EXPECT_EQ(FormatAssertion(row.expression, row.description, row.file, row.line, row.function), row.expected);
+    const auto rows = tav::test::ReadCases("assertion_cases.tsv", std::filesystem::path(__FILE__).parent_path());
+    ASSERT_EQ(rows.size(), 6u);
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.at(5));
+        EXPECT_EQ(FormatAssertion(row[0], row[1], row[2], std::stoi(row[3]), row[4]), tav::test::Unescape(row[5]));
     }
 }
 
