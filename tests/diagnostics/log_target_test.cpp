@@ -63,12 +63,10 @@ TEST(FormatLine, CodesOfTheRecordProcessAndClock) {
     EXPECT_EQ(Line("[#G]", record), "[]\n");
 }
 
-TEST(FormatLine, EndsWithExactlyOneNewline) {
+// Only a missing newline is added; a long line is cut and keeps its newline.
+TEST(FormatLine, EndsWithExactlyOneNewlineEvenWhenCut) {
     EXPECT_EQ(Line("#M", HostRecord("a\n")), "a\n");
-    EXPECT_EQ(Line("#M", HostRecord("a\n\n")), "a\n\n");  // only a missing newline is added
-}
-
-TEST(FormatLine, LongLineIsCutAndKeepsItsNewline) {
+    EXPECT_EQ(Line("#M", HostRecord("a\n\n")), "a\n\n");
     std::string message(5000, 'm');
     std::string line = Line("#M", HostRecord(message.c_str()));
     EXPECT_EQ(line, std::string(4094, 'm') + "\n");
