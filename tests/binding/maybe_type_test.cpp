@@ -27,9 +27,8 @@ TEST(MaybeType, HoldsEitherTheValueOrTheFailure) {
 
     MaybeType<Failure, std::unique_ptr<int>> moveOnly = std::make_unique<int>(5);
     EXPECT_EQ(*std::move(moveOnly).Value(), 5);
-}
 
-TEST(MaybeType, TheVoidFormHoldsSuccessOrAFailure) {
+    // The void form holds success or a failure.
     const MaybeType<Failure, void> success;
     EXPECT_TRUE(success);
     EXPECT_TRUE(success.HasValue());
