@@ -44,16 +44,12 @@ TEST(WriteJson, StringsEscapeQuotesBackslashesAndControlBytesOnly) {
     EXPECT_EQ(WriteJson(Text("a\nb"), nullptr, "\r\n"), R"("a\nb")");
 }
 
-BindingProperty Nested() {
+TEST(WriteJson, IndentedOutputUsesFourSpacesAndTheLineBreakGiven) {
     BindingProperty value;
     value.Member("b").At(0).SetUnsigned(1);
     value.Member("b").At(1).Member("c").SetBool(false);
     value.Member("a").SetString("x");
     value.Member("e").MakeStructure();
-    return value;
-}
-
-TEST(WriteJson, IndentedOutputUsesFourSpacesAndTheLineBreakGiven) {
     const std::string expected =
         "{\n"
         "    \"a\": \"x\",\n"
@@ -65,14 +61,14 @@ TEST(WriteJson, IndentedOutputUsesFourSpacesAndTheLineBreakGiven) {
         "    ],\n"
         "    \"e\": {}\n"
         "}";
-    EXPECT_EQ(WriteJson(Nested(), nullptr, "\n"), expected);
+    EXPECT_EQ(WriteJson(value, nullptr, "\n"), expected);
 
     std::string crlf;
     for (const char character : expected) {
         crlf += character == '\n' ? std::string("\r\n") : std::string(1, character);
     }
-    EXPECT_EQ(WriteJson(Nested(), nullptr, "\r\n"), crlf);
-    EXPECT_EQ(WriteJson(Nested(), nullptr, "\r\n").find_first_of('\n'), crlf.find("\r\n") + 1);
+    EXPECT_EQ(WriteJson(value, nullptr, "\r\n"), crlf);
+    EXPECT_EQ(WriteJson(value, nullptr, "\r\n").find_first_of('\n'), crlf.find("\r\n") + 1);
 }
 
 enum class Tier { Iron = 1, Bronze = 2 };
