@@ -17,7 +17,6 @@
 
 namespace tav::test {
 
-inline constexpr const char* kLeagueListClass = "com.orvelsoft.leagues.pojo.LeagueListDTO";
 inline constexpr const char* kSummonerLeaguesClass = "com.orvelsoft.platform.leagues.client.dto.SummonerLeaguesDTO";
 inline constexpr const char* kSimpleDialogMessage = "com.orvelsoft.platform.messaging.persistence.SimpleDialogMessage";
 inline constexpr const char* kLeagueItemsClass = "com.orvelsoft.platform.leagues.client.dto.SummonerLeagueItemsDTO";

@@ -1,6 +1,6 @@
 // The league query routes of the built library, answered by a simulated game
 // server, compared whole: answers, failures, server calls and log lines. The
-// apex lists and a player's standings are played by the scenario replays.
+// apex lists are left to the scenario replays and the league unit tests.
 #include <gtest/gtest.h>
 
 #include <string>
