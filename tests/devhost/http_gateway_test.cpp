@@ -235,7 +235,7 @@ TEST_F(LiveHostTest, ServesRequestsBesideAsManyEventStreamsAsItTakesFeedsThemAnd
                 HasSubstr("\r\nevent: OnJsonApiEvent\ndata: {\"data\":[{"));
     // A stream ends as a chunked answer should, with its last chunk, rather than being cut off.
     stop_ = true;
-    EXPECT_THAT(streams.back()->Exchange(""), ::testing::EndsWith("0\r\n\r\n"));
+    EXPECT_THAT(streams.front()->Exchange("", "0\r\n\r\n"), ::testing::EndsWith("0\r\n\r\n"));
 }
 
 // The gateway alone, with the test standing in for the host's thread.
