@@ -188,6 +188,31 @@ BindingProperty& BindingProperty::Member(std::string_view name, std::uint32_t na
     return payload_.structure->FindOrAdd(*document_, name, nameHash);
 }
 
+BindingMemberSeeker::BindingMemberSeeker(const BindingProperty& structure) {
+    const BindingMemberRange members = structure.Members();
+    next_ = members.begin();
+    end_ = members.end();
+}
+
+const BindingProperty* BindingMemberSeeker::Seek(std::string_view name) {
+    const std::uint64_t prefix = TextPrefix(name);
+    for (; next_ != end_; ++next_) {
+        const StringEntry& entry = next_.NameEntry();
+        if (entry.prefix != prefix) {
+            if (entry.prefix > prefix) {
+                return nullptr;
+            }
+            continue;
+        }
+        const int order = CompareTiedTexts(entry.View(), name);
+        if (order >= 0) {
+            // Stays on the member: a field may be asked for twice.
+            return order == 0 ? &(*next_).value : nullptr;
+        }
+    }
+    return nullptr;
+}
+
 bool BindingProperty::HasMember(std::string_view name) const {
     return kind_ == BindingPropertyKind::Structure && payload_.structure->Find(name) != nullptr;
 }

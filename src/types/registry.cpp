@@ -133,8 +133,16 @@ BindingTypeBuilder& BindingTypeBuilder::AddField(std::string name, std::string d
     if (isNew_) {
         std::lock_guard lock(registry_->mutex_);
         const std::uint32_t nameHash = Fnv1a32(name);
+        const auto index = static_cast<std::uint32_t>(type_->fields.size());
         type_->fields.push_back(
             {std::move(name), nameHash, std::move(description), offset, type, flags, &converter, optional});
+        std::vector<std::uint32_t>& byName = type_->fieldsByName;
+        const std::string& added = type_->fields.back().name;
+        byName.insert(std::upper_bound(byName.begin(), byName.end(), index,
+                                       [this, &added](std::uint32_t, std::uint32_t other) {
+                                           return added < type_->fields[other].name;
+                                       }),
+                      index);
     }
     return *this;
 }

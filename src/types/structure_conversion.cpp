@@ -1,3 +1,6 @@
+#include <array>
+#include <vector>
+
 #include "diagnostics/format_message.h"
 #include "types/native_conversion.h"
 #include "types/registry.h"
@@ -27,6 +30,35 @@ bool HoldsSomething(const BindingProperty& value) {
     }
 }
 
+// The member that each field of a structure reads, found in one walk over
+// both in name order; the fields are then read in their own order, which
+// decides which of several failures is reported.
+class FieldMembers {
+  public:
+    FieldMembers(const BindingTypeInfo& info, const BindingProperty& input) {
+        const std::size_t count = info.fields.size();
+        if (count > inline_.size()) {
+            spilled_.resize(count);
+            found_ = spilled_.data();
+        }
+        BindingMemberSeeker seeker(input);
+        for (const std::uint32_t index : info.fieldsByName) {
+            found_[index] = seeker.Seek(info.fields[index].name);
+        }
+    }
+    FieldMembers(const FieldMembers&) = delete;
+    FieldMembers& operator=(const FieldMembers&) = delete;
+
+    const BindingProperty& operator[](std::size_t index) const {
+        return found_[index] != nullptr ? *found_[index] : BindingProperty::EmptyNode();
+    }
+
+  private:
+    std::array<const BindingProperty*, 32> inline_;
+    std::vector<const BindingProperty*> spilled_;
+    const BindingProperty** found_ = inline_.data();
+};
+
 }  // namespace
 
 void StructureFromBinding(BindingProperty& status, void* out, const BindingProperty& input, std::string_view name,
@@ -46,12 +78,14 @@ void StructureFromBinding(BindingProperty& status, void* out, const BindingPrope
                                       {name, info->name}));
         return;
     }
+    const FieldMembers members(*info, input);
     auto* base = static_cast<unsigned char*>(out);
-    for (const BindingFieldInfo& field : info->fields) {
+    for (std::size_t index = 0; index < info->fields.size(); ++index) {
         if (!status.IsValid()) {
             return;
         }
-        const BindingProperty& member = input.Member(field.name);
+        const BindingFieldInfo& field = info->fields[index];
+        const BindingProperty& member = members[index];
         if (!member.IsEmpty()) {
             field.converter->FromBinding(status, base + field.offset, member, field.name, registry);
         } else if ((field.flags & BindingFieldFlags::Required) != 0) {

@@ -96,6 +96,7 @@ struct BindingTypeInfo {
     std::string description;
     std::vector<std::string> tags;
     std::vector<BindingFieldInfo> fields;                    // in registration order
+    std::vector<std::uint32_t> fieldsByName;                 // indices of fields, in byte order of their names
     std::map<std::string, BindingEnumValueInfo> enumValues;  // in byte order of the names
     const BindingTypeRegistry* registry = nullptr;
 };
