@@ -3,7 +3,8 @@
 # three routes: notifications (the plug-in's own state), summoner-leagues (a
 # round trip through the simulated server) and challenger-leagues (three
 # queues of 300 challengers and 200 masters). Prints requests per second,
-# p50 and p99 latency, and tav-host's CPU time per request.
+# p50 and p99 latency, and tav-host's CPU time per request; first, the
+# plug-in's memory peak while it answers challenger-leagues.
 #   bench/load/run.sh [tav-host] [seconds per run]
 set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
@@ -26,6 +27,16 @@ done
 # Clock ticks of user and system time the host has used so far.
 cpu_ticks() { awk '{print $14 + $15}' "/proc/$pid/stat"; }
 tick=$(getconf CLK_TCK)
+
+# The plug-in's peak of live bytes while it answers the first challenger-leagues
+# request, over what it held before (the peak only grows, so this comes first).
+memory() { curl -s "$base/devhost/memory" | sed -n "s/.*\"$1\":\([0-9]*\).*/\1/p"; }
+if command -v curl >/dev/null; then
+    live=$(memory liveBytes)
+    answer=$(curl -s "$base/tav-leagues/v1/challenger-leagues" | wc -c)
+    printf 'challenger-leagues: peak %s bytes over the %s live before; answer %s bytes\n\n' \
+        "$(( $(memory peakLiveBytes) - live ))" "$live" "$answer"
+fi
 
 printf '%-20s %5s %10s %10s %10s %14s\n' route conns "req/s" p50 p99 "host CPU/req"
 for route in v2/notifications v1/summoner-leagues/1001 v1/challenger-leagues; do
