@@ -122,6 +122,21 @@ TEST_F(Conversions, ATextIsReadWholeAndAnUnregisteredEnumerationIsNamedByItsIden
                                                           " enumeration value for 'field'.");
 }
 
+// More fields than the conversion keeps on its stack, all at one offset:
+// they are read in the order they were registered, so the last one present wins.
+TEST_F(Conversions, AStructureOfManyFieldsReadsThemInTheirOrder) {
+    struct Wide {
+        std::int32_t value = 0;
+    };
+    auto wide = registry_.Struct<Wide>("Wide");
+    for (int index = 0; index < 40; ++index) {
+        wide.Field("f" + std::to_string(index), &Wide::value);
+    }
+    Wide out;
+    EXPECT_EQ(ConvertInto(out, ParseJson(R"({"f5": 5, "f39": 39, "f30": 30})"), registry_), "");
+    EXPECT_EQ(out.value, 39);
+}
+
 TEST_F(Conversions, AFailedStatusStopsEveryConversionAndStillEmptiesContainers) {
     BindingProperty status;
     status.SetError("first");
