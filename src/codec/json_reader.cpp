@@ -14,9 +14,7 @@ namespace {
 // Hands the reader's events to the tree builder.
 class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeBuilder> {
   public:
-    // Only an escape can put a NUL into a text, so where the document has
-    // none, texts are taken whole without a search.
-    TreeBuilder(BindingProperty& root, bool textsMayHoldNul) : builder_(root), textsMayHoldNul_(textsMayHoldNul) {}
+    explicit TreeBuilder(BindingProperty& root) : builder_(root) {}
 
     bool Null() {
         // A value in its own right: a repeated key set to null drops its earlier value.
@@ -58,10 +56,7 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
 
   private:
     // Texts are taken as zero-terminated, so an escaped NUL ends them.
-    std::string_view UpToNul(const char* text, rapidjson::SizeType length) const {
-        if (!textsMayHoldNul_) {
-            return {text, length};
-        }
+    static std::string_view UpToNul(const char* text, rapidjson::SizeType length) {
         const void* nul = std::memchr(text, '\0', length);
         return {text, nul != nullptr ? static_cast<std::size_t>(static_cast<const char*>(nul) - text) : length};
     }
@@ -85,7 +80,6 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
     }
 
     BindingTreeBuilder builder_;
-    bool textsMayHoldNul_;
 };
 
 bool IsBlank(const char* text) {
@@ -99,7 +93,7 @@ BindingProperty ParseJson(const char* text) {
     if (text == nullptr || IsBlank(text)) {
         return result;
     }
-    TreeBuilder builder(result, std::strstr(text, "\\u0000") != nullptr);
+    TreeBuilder builder(result);
     rapidjson::Reader reader;
     rapidjson::StringStream stream(text);
     const rapidjson::ParseResult outcome = reader.Parse<rapidjson::kParseDefaultFlags>(stream, builder);
