@@ -14,25 +14,12 @@
 #include "api/api_handler.h"
 #include "api/route_table.h"
 #include "api_test_module.h"
+#include "support/case_table.h"
 
 namespace tav::test {
 namespace {
 
 using DispatchTest = ApiModuleTest;
-
-// Turns the \xNN escapes of a case's body into bytes.
-std::string Unescape(const std::string& text) {
-    std::string bytes;
-    for (std::size_t index = 0; index < text.size(); ++index) {
-        if (text.compare(index, 2, "\\x") == 0) {
-            bytes += static_cast<char>(std::stoi(text.substr(index + 2, 2), nullptr, 16));
-            index += 3;
-        } else {
-            bytes += text[index];
-        }
-    }
-    return bytes;
-}
 
 // The result as JSON, "none", or "error STATUS: text"; checks what either kind of answer leaves unset.
 std::string Answer(const TestResponse& response) {

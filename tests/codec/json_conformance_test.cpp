@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "codec/json_reader.h"
+#include "support/case_table.h"
 #include "support/testdata.h"
-#include "testdata_file.h"
 
 namespace wex {
 namespace {
@@ -19,12 +19,12 @@ TEST(JsonConformance, EveryFileGetsTheReadersVerdictCodeAndOffset) {
     }
     const auto suite = tav::test::TestDataDir() / "JSONTestSuite";
     std::map<std::string, std::string> messages;
-    for (const auto& row : tav::test::ReadCases("json_conformance_errors.tsv")) {
+    for (const auto& row : tav::test::ReadCases(__FILE__, "json_conformance_errors.tsv")) {
         messages[row.at(0)] = row.at(1);
     }
     int accepted = 0;
     int rejected = 0;
-    const auto verdicts = tav::test::ReadCases("rapidjson-default-verdicts.tsv", suite);
+    const auto verdicts = tav::test::ReadCases(suite / "rapidjson-default-verdicts.tsv");
     for (std::size_t index = 1; index < verdicts.size(); ++index) {  // after the column names
         const std::vector<std::string>& row = verdicts[index];
         const std::string& file = row.at(0);

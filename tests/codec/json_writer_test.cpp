@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "codec/json_reader.h"
+#include "support/case_table.h"
 #include "support/testdata.h"
-#include "testdata_file.h"
 #include "types/registry.h"
 
 namespace wex {

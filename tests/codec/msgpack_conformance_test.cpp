@@ -11,8 +11,8 @@
 #include "codec/msgpack_reader.h"
 #include "describe_value.h"
 #include "same_value.h"
+#include "support/case_table.h"
 #include "support/testdata.h"
-#include "testdata_file.h"
 
 namespace wex {
 namespace {

@@ -8,7 +8,8 @@
 #include <vector>
 
 #include "describe_value.h"
-#include "testdata_file.h"
+#include "support/case_table.h"
+#include "support/testdata.h"
 
 namespace wex {
 namespace {
@@ -20,7 +21,7 @@ MessagePackResult Read(const Bytes& bytes) {
 }
 
 TEST(ReadMessagePack, EachInputReadsToItsValueOrFailure) {
-    const auto rows = tav::test::ReadCases("msgpack_cases.tsv");
+    const auto rows = tav::test::ReadCases(__FILE__, "msgpack_cases.tsv");
     ASSERT_EQ(rows.size(), 42u);
     for (const auto& row : rows) {
         ASSERT_EQ(row.size(), 4u);

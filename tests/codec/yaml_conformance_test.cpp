@@ -11,8 +11,8 @@
 #include "codec/json_writer.h"
 #include "codec/yaml_reader.h"
 #include "same_value.h"
+#include "support/case_table.h"
 #include "support/testdata.h"
-#include "testdata_file.h"
 
 namespace wex {
 namespace {
@@ -24,7 +24,7 @@ namespace fs = std::filesystem;
 const std::map<std::string, std::pair<std::string, std::string>>& Outcomes() {
     static const auto outcomes = [] {
         std::map<std::string, std::pair<std::string, std::string>> all;
-        for (const auto& row : tav::test::ReadCases("yaml_suite_outcomes.tsv")) {
+        for (const auto& row : tav::test::ReadCases(__FILE__, "yaml_suite_outcomes.tsv")) {
             all[row.at(0)] = {row.at(1), row.at(2)};
         }
         return all;

@@ -5,7 +5,8 @@
 #include <string>
 
 #include "describe_value.h"
-#include "testdata_file.h"
+#include "support/case_table.h"
+#include "support/testdata.h"
 
 namespace wex {
 namespace {
@@ -17,7 +18,7 @@ std::string Read(const std::string& text) {
 }
 
 TEST(ReadYaml, EachTextReadsToItsTreeOrFailure) {
-    const auto rows = tav::test::ReadCases("yaml_reader_cases.tsv");
+    const auto rows = tav::test::ReadCases(__FILE__, "yaml_reader_cases.tsv");
     ASSERT_EQ(rows.size(), 38u);
     for (const auto& row : rows) {
         ASSERT_EQ(row.size(), 2u);

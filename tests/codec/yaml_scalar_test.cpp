@@ -5,13 +5,14 @@
 #include <string>
 
 #include "describe_value.h"
-#include "testdata_file.h"
+#include "support/case_table.h"
+#include "support/testdata.h"
 
 namespace wex {
 namespace {
 
 TEST(SetYamlScalar, EachScalarResolvesToItsValueOrFailure) {
-    const auto rows = tav::test::ReadCases("yaml_scalar_cases.tsv");
+    const auto rows = tav::test::ReadCases(__FILE__, "yaml_scalar_cases.tsv");
     ASSERT_EQ(rows.size(), 66u);
     for (const auto& row : rows) {
         ASSERT_EQ(row.size(), 4u);

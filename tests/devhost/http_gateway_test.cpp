@@ -10,11 +10,11 @@
 #include <regex>
 #include <thread>
 
-#include "case_table.h"
 #include "codec/json_reader.h"
 #include "codec/json_writer.h"
 #include "http_gateway.h"
 #include "live_host_fixture.h"
+#include "support/case_table.h"
 #include "world_source.h"
 
 namespace {
@@ -61,7 +61,7 @@ class RawConnection {
 
 TEST_F(LiveHostTest, AnswersEveryKindOfRequestWithItsStatusAndJson) {
     Serve();
-    for (const auto& row : tav::test::ReadCaseTable("gateway_requests.tsv", 5)) {
+    for (const auto& row : tav::test::ReadCaseTable(__FILE__, "gateway_requests.tsv", 5)) {
         SCOPED_TRACE(row[0] + " " + row[1] + " " + row[2]);
         httplib::Request request;
         request.method = row[0];
@@ -78,7 +78,7 @@ TEST_F(LiveHostTest, AnswersEveryKindOfRequestWithItsStatusAndJson) {
 
 TEST_F(LiveHostTest, AnswersWrongMethodsCrossOriginCallsAndLongOrMissingBodiesWithTheirHeaders) {
     Serve();
-    for (auto row : tav::test::ReadCaseTable("gateway_wire.tsv", 2)) {
+    for (auto row : tav::test::ReadCaseTable(__FILE__, "gateway_wire.tsv", 2)) {
         SCOPED_TRACE(row[0].substr(0, 100));
         if (const std::size_t at = row[0].find("<1048577 spaces>"); at != std::string::npos) {
             row[0].replace(at, 16, std::string(0x100001, ' '));
@@ -169,7 +169,7 @@ TEST_F(LiveHostTest, NeedsTheTokenWhenItHasOneAndKeepsItFromThePlugin) {
     GatewayOptions options;
     options.accessToken = "s3cret";
     Serve(options);
-    for (const auto& row : tav::test::ReadCaseTable("gateway_token.tsv", 4)) {
+    for (const auto& row : tav::test::ReadCaseTable(__FILE__, "gateway_token.tsv", 4)) {
         SCOPED_TRACE(row[0] + " " + row[1]);
         httplib::Headers headers;
         if (!row[1].empty()) {

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "case_table.h"
 #include "codec/json_writer.h"
 #include "league_world.h"
+#include "support/case_table.h"
 
 namespace {
 
@@ -37,7 +37,7 @@ TEST(LeagueWorld, CompletesListedEntriesSortsThemBestFirstAndGeneratesTheSameLis
 
 TEST(LeagueWorld, NamesTheMemberAtFaultAndTakesTheBoundaryValues) {
     // A row's error without ';' stands for the text before the first ';'.
-    for (const auto& row : tav::test::ReadCaseTable("world_cases.tsv", 2)) {
+    for (const auto& row : tav::test::ReadCaseTable(__FILE__, "world_cases.tsv", 2)) {
         SCOPED_TRACE(row[0]);
         const std::string error = ReadLeagueWorld(row[0]).error;
         EXPECT_EQ(error.substr(0, row[1].find(';') == std::string::npos ? error.find(';') : std::string::npos), row[1]);

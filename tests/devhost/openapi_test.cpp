@@ -4,9 +4,9 @@
 
 #include <sstream>
 
-#include "case_table.h"
 #include "codec/json_reader.h"
 #include "codec/json_writer.h"
+#include "support/case_table.h"
 
 namespace {
 
@@ -43,7 +43,7 @@ TEST(OpenApiDocument, TellsEveryKindOfArgumentFieldAndResultOfTheTableAndTheCont
 
     const BindingProperty withTable = wex::ParseJson(tav::host::OpenApiDocument(&table));
     const BindingProperty without = wex::ParseJson(tav::host::OpenApiDocument(nullptr));
-    for (const auto& row : tav::test::ReadCaseTable("openapi_members.tsv", 3)) {
+    for (const auto& row : tav::test::ReadCaseTable(__FILE__, "openapi_members.tsv", 3)) {
         SCOPED_TRACE(row[0] + ": " + row[1]);
         const BindingProperty* member = row[0] == "table" ? &withTable : &without;
         std::istringstream names(row[1]);

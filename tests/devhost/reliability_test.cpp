@@ -7,9 +7,9 @@
 #include <iostream>
 #include <map>
 
-#include "case_table.h"
 #include "codec/json_reader.h"
 #include "live_host_fixture.h"
+#include "support/case_table.h"
 
 namespace {
 
@@ -26,7 +26,7 @@ TEST_F(LiveHostTest, AnswersTenThousandMixedRequestsWithoutGrowingTheLiveBytes) 
     std::uint64_t afterWarmUp = 0;
     std::uint64_t highest = 0;
     const auto started = std::chrono::steady_clock::now();
-    const auto round = tav::test::ReadCaseTable("mixed_requests.tsv", 3);
+    const auto round = tav::test::ReadCaseTable(__FILE__, "mixed_requests.tsv", 3);
     for (std::size_t index = 0; index < kRequests; ++index) {
         const auto& row = round[index % round.size()];
         httplib::Request request;

@@ -5,8 +5,8 @@
 #include <fstream>
 #include <sstream>
 
-#include "case_table.h"
 #include "scenario.h"
+#include "support/case_table.h"
 
 namespace {
 
@@ -79,7 +79,7 @@ TEST_F(ScenarioTest, PlaysEveryFileAfterAFailureAndCountsThem) {
 }
 
 TEST_F(ScenarioTest, StopsAtTheFirstMismatchWithWhatDiffered) {
-    for (const auto& row : tav::test::ReadCaseTable("scenario_mismatches.tsv", 2)) {
+    for (const auto& row : tav::test::ReadCaseTable(__FILE__, "scenario_mismatches.tsv", 2)) {
         SCOPED_TRACE(row[0]);
         EXPECT_EQ(Play("name: one\nsteps:\n  - note: first\n  " + row[0] + "\n  - note: never\n", 1),
                   "Scenario s.yaml: one\n  1 ok    -- first\n  2 FAIL  " + row[1] + "\n");
@@ -87,7 +87,7 @@ TEST_F(ScenarioTest, StopsAtTheFirstMismatchWithWhatDiffered) {
 }
 
 TEST_F(ScenarioTest, RefusesFilesThatCannotBePlayed) {
-    for (const auto& row : tav::test::ReadCaseTable("scenario_refusals.tsv", 2)) {
+    for (const auto& row : tav::test::ReadCaseTable(__FILE__, "scenario_refusals.tsv", 2)) {
         SCOPED_TRACE(row[0]);
         EXPECT_EQ(Play(row[0] + "\n", 1), "Scenario s.yaml: (no name)\nScenario s.yaml: " + row[1] + "\n");
     }

@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "case_table.h"
 #include "plugin/app_module.h"
+#include "support/case_table.h"
 #include "support/hosted_module.h"
 
 namespace tav::host {
@@ -62,7 +62,7 @@ class SimulatedHostTest : public ::testing::Test {
 TEST_F(SimulatedHostTest, CallsTheEndpointThatServesThePath) {
     const std::map<std::string, std::uint32_t> methods{
         {"GET", HostMethodGet}, {"POST", HostMethodPost}, {"PUT", HostMethodPut}};
-    for (const auto& row : test::ReadCaseTable("endpoint_calls.tsv", 5)) {
+    for (const auto& row : tav::test::ReadCaseTable(__FILE__, "endpoint_calls.tsv", 5)) {
         SCOPED_TRACE(row[1]);
         const EndpointAnswer answer = host.CallEndpoint(methods.at(row[0]), row[1]);
         EXPECT_EQ(answer.status, std::stoul(row[2]));

@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "case_table.h"
+#include "support/case_table.h"
 
 namespace {
 
@@ -19,7 +19,7 @@ TEST(WebPages, ServesTheEmbeddedPagesAndNoFileOutsideTheExplorersFolder) {
     std::ofstream(root / "dist" / "sub" / "inner.css") << "inner";
     std::ofstream(root / "secret.txt") << "secret";
     const std::string folder = (root / "dist").string();
-    for (const auto& row : tav::test::ReadCaseTable("web_pages.tsv", 4)) {
+    for (const auto& row : tav::test::ReadCaseTable(__FILE__, "web_pages.tsv", 4)) {
         SCOPED_TRACE(row[0]);
         const auto page = ServePage(row[0], folder);
         ASSERT_EQ(page.has_value(), row[1] != "0");

@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "case_table.h"
 #include "codec/json_writer.h"
 #include "host_value_json.h"
+#include "support/case_table.h"
 
 namespace tav::host {
 namespace {
@@ -36,7 +36,7 @@ std::string Described(const ServerAnswer& answer) {
 // changes it.
 TEST(WorldServer, AnswersEachApexListByItsTierQueueAndLimitUnlessAFaultIsSet) {
     WorldServer server(ApexWorld());
-    for (const auto& row : test::ReadCaseTable("apex_lists.tsv", 3)) {
+    for (const auto& row : tav::test::ReadCaseTable(__FILE__, "apex_lists.tsv", 3)) {
         SCOPED_TRACE(row[0] + " " + row[1]);
         EXPECT_EQ(Described(server.Answer("leagues", row[0], JsonValue(row[1]))), row[2]);
     }

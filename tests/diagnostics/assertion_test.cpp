@@ -5,14 +5,14 @@
 #include <string>
 #include <vector>
 
-#include "../codec/testdata_file.h"
 #include "log_test_fixture.h"
+#include "support/case_table.h"
 
 namespace wex::test {
 namespace {
 
 TEST(FormatAssertion, TextFromEachPieceThatIsGiven) {
-    const auto rows = tav::test::ReadCases("assertion_cases.tsv", std::filesystem::path(__FILE__).parent_path());
+    const auto rows = tav::test::ReadCases(__FILE__, "assertion_cases.tsv");
     ASSERT_EQ(rows.size(), 6u);
     for (const auto& row : rows) {
         SCOPED_TRACE(row.at(5));

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "../codec/testdata_file.h"
+#include "support/case_table.h"
 
 namespace wex {
 
@@ -39,7 +39,7 @@ FormatArgument Argument(const std::string& field) {
 }
 
 TEST(FormatMessage, Placeholders) {
-    const auto rows = tav::test::ReadCases("format_message_cases.tsv", std::filesystem::path(__FILE__).parent_path());
+    const auto rows = tav::test::ReadCases(__FILE__, "format_message_cases.tsv");
     ASSERT_EQ(rows.size(), 37u);
     for (const auto& row : rows) {
         SCOPED_TRACE(row[0]);

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "../codec/testdata_file.h"
+#include "support/case_table.h"
 
 namespace wex {
 namespace {
@@ -48,8 +48,7 @@ FieldValue Value(const std::string& field) {
 }
 
 TEST(FormatNamedMessage, EachTemplateGivesItsTextAndFields) {
-    const auto rows =
-        tav::test::ReadCases("format_named_message_cases.tsv", std::filesystem::path(__FILE__).parent_path());
+    const auto rows = tav::test::ReadCases(__FILE__, "format_named_message_cases.tsv");
     ASSERT_EQ(rows.size(), 3u);
     for (const auto& row : rows) {
         SCOPED_TRACE(row[0]);

@@ -2,18 +2,14 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-
-#include "../codec/testdata_file.h"
+#include "support/case_table.h"
 
 namespace wex {
 
 namespace {
 
-const std::filesystem::path kFolder = std::filesystem::path(__FILE__).parent_path();
-
 TEST(ResourceEventName, TakesTheFirstThreeSegmentsOrFiveUnderThePlatformConfiguration) {
-    const auto rows = tav::test::ReadCases("resource_event_names.tsv", kFolder);
+    const auto rows = tav::test::ReadCases(__FILE__, "resource_event_names.tsv");
     ASSERT_EQ(rows.size(), 7u);
     for (const auto& row : rows) {
         SCOPED_TRACE(row.at(0));
@@ -24,7 +20,7 @@ TEST(ResourceEventName, TakesTheFirstThreeSegmentsOrFiveUnderThePlatformConfigur
 }
 
 TEST(MatchesUriPattern, AStarTakesOneSegment) {
-    const auto rows = tav::test::ReadCases("uri_patterns.tsv", kFolder);
+    const auto rows = tav::test::ReadCases(__FILE__, "uri_patterns.tsv");
     ASSERT_EQ(rows.size(), 11u);
     for (const auto& row : rows) {
         SCOPED_TRACE(row.at(0) + " against " + row.at(1));

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "leagues/case_table.h"
+#include "support/case_table.h"
 
 namespace Orvel::Client::Leagues {
 namespace {
@@ -21,7 +21,7 @@ TEST(ServerMappings, QueuesTiersAndDivisionsBothWays) {
     const std::vector<std::string> tiers = {"NONE",     "BRONZE",  "SILVER", "GOLD",
                                             "PLATINUM", "DIAMOND", "MASTER", "CHALLENGER"};
     const std::vector<std::string> divisions = {"I", "II", "III", "IV", "V", "NA"};
-    const auto rows = test::ReadCases("mappings.tsv");
+    const auto rows = tav::test::ReadCases(__FILE__, "mappings.tsv");
     ASSERT_EQ(rows.size(), 31u);
     for (const std::vector<std::string>& row : rows) {
         SCOPED_TRACE(::testing::PrintToString(row));

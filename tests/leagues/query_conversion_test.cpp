@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "leagues/case_table.h"
+#include "support/case_table.h"
 
 namespace Orvel::Client::Leagues {
 
@@ -17,7 +17,7 @@ namespace {
 using Lines = std::vector<std::string>;
 
 TEST(StatCount, TruncatesTowardZeroAndSaturatesOutsideTheRange) {
-    const auto rows = test::ReadCases("stat_counts.tsv");
+    const auto rows = tav::test::ReadCases(__FILE__, "stat_counts.tsv");
     ASSERT_EQ(rows.size(), 8u);
     for (const std::vector<std::string>& row : rows) {
         SCOPED_TRACE(row.at(0));
@@ -104,12 +104,12 @@ TEST(ConvertTopChampions, KeepsTheFiveWithTheMostGamesAndTheRateOfTheFirstWonTot
 }
 
 TEST(ParseParticipantId, ReadsTheLeadingDecimalNumberOrFailsWithTheTextOfItsErrorKind) {
-    const auto rows = test::ReadCases("participant_ids.tsv");
+    const auto rows = tav::test::ReadCases(__FILE__, "participant_ids.tsv");
     ASSERT_EQ(rows.size(), 22u);
     for (const std::vector<std::string>& row : rows) {
         SCOPED_TRACE(row.at(0));
         try {
-            EXPECT_EQ(std::to_string(ParseParticipantId(test::Unescape(row.at(0)))), row.at(1));
+            EXPECT_EQ(std::to_string(ParseParticipantId(tav::test::Unescape(row.at(0)))), row.at(1));
         } catch (const ParticipantIdError& error) {
             EXPECT_EQ(error.what(), row.at(1));
         }

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "leagues/case_table.h"
 #include "leagues/mappings.h"
+#include "support/case_table.h"
 
 namespace Orvel::Client::Leagues {
 
@@ -141,7 +141,7 @@ LeagueStanding Standing(const std::string& text) {
 }
 
 TEST(ApexStandingRanksAbove, EachCriterionDecidesWhenTheEarlierOnesAreEqual) {
-    const auto rows = test::ReadCases("apex_order.tsv");
+    const auto rows = tav::test::ReadCases(__FILE__, "apex_order.tsv");
     ASSERT_EQ(rows.size(), 12u);
     for (const std::vector<std::string>& row : rows) {
         SCOPED_TRACE(row.at(0));
@@ -184,7 +184,7 @@ std::string Marks(const std::string& challengers, std::uint64_t places, const st
 }
 
 TEST(MarkApexMovements, SortsBothLeaguesAndMarksWhoMovesInTheFirstDivisionsOnly) {
-    const auto rows = test::ReadCases("apex_movements.tsv");
+    const auto rows = tav::test::ReadCases(__FILE__, "apex_movements.tsv");
     ASSERT_EQ(rows.size(), 10u);
     for (const std::vector<std::string>& row : rows) {
         EXPECT_EQ(Marks(row.at(0), std::stoull(row.at(1)), row.at(2)), " " + row.at(3));

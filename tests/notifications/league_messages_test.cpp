@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "codec/json_writer.h"
-#include "notifications/case_table.h"
+#include "support/case_table.h"
 #include "support/loaded_module.h"
 #include "types/native_conversion.h"
 
@@ -83,7 +83,7 @@ TEST_F(BuildNotificationDataTest, SkipsParamsWithoutANotifyReasonAndReadsMissing
 }
 
 TEST_F(BuildNotificationDataTest, ThirtyTwoBitReadingsKeepTheLowBitsWithSignAndSixtyFourBitOnesTheWholeNumber) {
-    const auto rows = test::ReadCases("number_readings.tsv");
+    const auto rows = tav::test::ReadCases(__FILE__, "number_readings.tsv");
     ASSERT_EQ(rows.size(), 8u);
     for (const std::vector<std::string>& row : rows) {
         SCOPED_TRACE(row.at(0));
@@ -146,7 +146,7 @@ TEST_F(BuildNotificationDataTest, TheLastParamThatCountsDecidesAndASeriesProgres
 }
 
 TEST(LeagueUpdateMessages, WhichCountAndTheKeysTheirDataSelects) {
-    const auto rows = test::ReadCases("message_keys.tsv");
+    const auto rows = tav::test::ReadCases(__FILE__, "message_keys.tsv");
     ASSERT_EQ(rows.size(), 41u);
     for (const std::vector<std::string>& row : rows) {
         SCOPED_TRACE(::testing::PrintToString(row));

@@ -1,8 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <filesystem>
-#include <fstream>
 #include <sstream>
 #include <string>
 #include <utility>
@@ -12,6 +10,7 @@
 #include "signed/jwt_token.h"
 #include "signed/signed_standings.h"
 #include "signed/token_reader.h"
+#include "support/case_table.h"
 #include "support/token_text.h"
 
 namespace Orvel::Client::Leagues {
@@ -20,24 +19,6 @@ namespace {
 using namespace std::chrono_literals;
 using test::EncodeBase64Url;
 using test::MakeToken;
-
-// The tab-separated rows of a case file next to this one, without its comment lines.
-std::vector<std::vector<std::string>> ReadCases(const char* name) {
-    std::ifstream file(std::filesystem::path(__FILE__).replace_filename(name));
-    EXPECT_TRUE(file.good()) << "cannot read " << name;
-    std::vector<std::vector<std::string>> rows;
-    for (std::string line; std::getline(file, line);) {
-        if (line.empty() || line[0] == '#') {
-            continue;
-        }
-        std::vector<std::string>& fields = rows.emplace_back();
-        std::istringstream columns(line);
-        for (std::string field; std::getline(columns, field, '\t');) {
-            fields.push_back(field);
-        }
-    }
-    return rows;
-}
 
 // The value read, written back as compact JSON; or the exception's kind and message.
 std::string ReadAsText(std::string_view text) {
@@ -51,7 +32,7 @@ std::string ReadAsText(std::string_view text) {
 }
 
 TEST(TokenJsonReader, ReadsTheCaseTableOrFailsAtTheFirstErrorWithItsMessage) {
-    const auto rows = ReadCases("token_json_cases.tsv");
+    const auto rows = tav::test::ReadCases(__FILE__, "token_json_cases.tsv");
     ASSERT_GT(rows.size(), 20u);
     for (const std::vector<std::string>& row : rows) {
         SCOPED_TRACE(row.at(0));
@@ -104,7 +85,7 @@ TEST(JwtToken, ReadsOnFirstUseAndMissingEmptyOrUnreadableSegmentsReadAsErrorObje
     EXPECT_TRUE(once.Parsed());
     EXPECT_EQ(JwtToken("").Segments(), std::vector<std::string>{""});
     EXPECT_EQ(JwtToken("a..c.d.").Segments(), (std::vector<std::string>{"a", "", "c", "d", ""}));
-    const auto rows = ReadCases("token_cases.tsv");
+    const auto rows = tav::test::ReadCases(__FILE__, "token_cases.tsv");
     ASSERT_EQ(rows.size(), 7u);
     for (const std::vector<std::string>& row : rows) {
         SCOPED_TRACE(row.at(0));
@@ -131,7 +112,7 @@ std::string ExpiringAt(const std::string& exp) {
 }
 
 TEST(RevalidationDelay, IsAMinuteBeforeTheEarliestExpiryAndSkipsTokensWithoutOne) {
-    const auto rows = ReadCases("revalidation_cases.tsv");
+    const auto rows = tav::test::ReadCases(__FILE__, "revalidation_cases.tsv");
     ASSERT_EQ(rows.size(), 9u);
     for (const std::vector<std::string>& row : rows) {
         SCOPED_TRACE(row.at(0));
