@@ -234,11 +234,14 @@ BindingProperty* ArgumentBinder::Walk(BindingProperty& root, std::string_view pa
 
 bool ArgumentBinder::ReserveGrowth(const BindingProperty& slot, std::uint64_t index) {
     const std::uint64_t present = slot.Kind() == BindingPropertyKind::Collection ? slot.Size() : 0;
-    const std::uint64_t growth = index < present ? 0 : index + 1 - present;
-    if (growth > kGrowthLimit - grownElements_) {
+    if (index < present) {
+        return true;
+    }
+    // index - present + 1 elements, compared without the + 1, which wraps at the largest index.
+    if (index - present >= kGrowthLimit - grownElements_) {
         return false;
     }
-    grownElements_ += growth;
+    grownElements_ += index - present + 1;
     return true;
 }
 
