@@ -1,6 +1,7 @@
 #include "binding/property.h"
 
 #include <array>
+#include <cstdint>
 #include <cmath>
 #include <cstdio>
 #include <new>
@@ -160,6 +161,9 @@ BindingProperty& BindingProperty::At(std::size_t index) {
     MakeCollection();
     CollectionRecord& elements = *payload_.collection;
     if (index >= elements.size) {
+        if (index == SIZE_MAX) {
+            throw std::bad_alloc();  // index + 1 elements are more than memory holds, and the count wraps
+        }
         elements.Reserve(*document_, index + 1);
         while (elements.size <= index) {
             elements.Append(*document_);

@@ -4,9 +4,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <limits>
+#include <new>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -29,6 +31,7 @@ TEST(BindingProperty, WritingAtAnIndexOrAMemberMakesTheContainer) {
     EXPECT_EQ(std::as_const(node).At(5).AsInt64(), 9);
     node.At(1).SetString("kept");
     node.At(3);
+    EXPECT_THROW(node.At(SIZE_MAX), std::bad_alloc);
     node.Reserve(1000);
     EXPECT_EQ(node.Size(), 6u);
     EXPECT_EQ(node.At(1).AsString(), "kept");
