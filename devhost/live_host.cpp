@@ -59,14 +59,15 @@ void LiveHost::Run(const std::atomic<bool>& stop, std::ostream& out) {
     host.SetEventListener([this](const RecordedEvent& event) { events_.Publish(event); });
     host.SetTurnHook([this] { OnTurn(); });
     gateway_.Start();
-    while (!stop) {
+    // Every turn looks at stop first, so the loop ends only after a turn has begun stopping: no request can
+    // slip into the queue between the last turn and the loop's end.
+    while (!stopping_) {
         if (host.Idle() && queue_.Empty()) {
             queue_.WaitForWork(kIdleWait);
         }
         host.RunTurn();
     }
     events_.Close();
-    queue_.Close();
     gateway_.Stop();
     host.SetTurnHook({});
     host.SetEventListener({});

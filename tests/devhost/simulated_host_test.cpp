@@ -3,7 +3,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstring>
 #include <map>
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -22,6 +25,25 @@ using wex::MaybeType;
 MaybeType<Failure, std::string> Echo(std::string text) {
     return text;
 }
+
+// A streamed body longer than one read of the host; counts its closings, each of which destroys one.
+class LongBody : public wex::BodyProducer {
+  public:
+    static inline int closed = 0;
+    ~LongBody() override { ++closed; }
+    bool Read(void* buffer, std::uint32_t& size, bool& more) override {
+        size = std::min(size, kLength - sent_);
+        std::memset(buffer, 'a' + static_cast<int>(sent_ / 4096), size);
+        sent_ += size;
+        more = sent_ < kLength;
+        return true;
+    }
+    std::uint32_t Length() const override { return kLength; }
+
+  private:
+    static constexpr std::uint32_t kLength = 5000;
+    std::uint32_t sent_ = 0;
+};
 
 // A module with a literal route beside a template one, templates that only the framework's matcher
 // tells apart, and a failing route.
@@ -48,6 +70,12 @@ class EndpointModule : public wex::AppModule {
         AddRoute(HostMethodPost, "/tav-test/v1/items/{id}/forbidden", [](std::string) -> MaybeType<Failure, void> {
             return Failure(403, "Forbidden");
         }).AddPathArgument("id", "");
+        AddRoute(HostMethodGet, "/tav-test/v1/long", [](const wex::ApiRequestSummary&) {
+            wex::ApiResponse response;
+            response.headers["X-Kind"] = "long";
+            response.producer = std::make_unique<LongBody>();
+            return response;
+        });
     }
 };
 
@@ -70,6 +98,13 @@ TEST_F(SimulatedHostTest, CallsTheEndpointThatServesThePath) {
         EXPECT_EQ(answer.error, row[4]);
         EXPECT_EQ(answer.failed, !row[4].empty());
     }
+}
+
+TEST_F(SimulatedHostTest, ReadsAStreamedBodyWholeAndClosesTheStream) {
+    const EndpointAnswer answer = host.CallEndpoint(HostMethodGet, "/tav-test/v1/long");
+    EXPECT_EQ(answer.text, std::string(4096, 'a') + std::string(904, 'b'));
+    EXPECT_EQ(answer.headers, (std::map<std::string, std::string>{{"X-Kind", "long"}}));
+    EXPECT_EQ(LongBody::closed, 1);
 }
 
 TEST_F(SimulatedHostTest, ResourcesAnswerTheirValueAndAnnounceChangesToSubscribersOnly) {

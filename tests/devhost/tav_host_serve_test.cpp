@@ -38,7 +38,8 @@ class ServedHost {
         }
         return {};
     }
-    void Interrupt() const { kill(pid_, SIGINT); }
+    void Interrupt() const { Send(SIGINT); }
+    void Send(int signal) const { kill(pid_, signal); }
     // The exit code once it has ended.
     int Wait() {
         const int status = pclose(output_);
@@ -96,6 +97,17 @@ TEST(TavHostServe, AnInterruptDuringADelayedAnswerSaysWhatItWaitsForAndStopsAtOn
     EXPECT_EQ(host.Wait(), 0);
     slow.join();
     EXPECT_LT(std::chrono::steady_clock::now() - interrupted, std::chrono::seconds(2));
+}
+
+// Stopped, the host keeps both signals pending until it continues, so the second one always finds the first.
+TEST(TavHostServe, ASecondInterruptQuitsAtOnceWithoutStoppingThePlugin) {
+    ServedHost host;
+    ASSERT_EQ(host.ReadUntil("Stop with Ctrl-C."), "Stop with Ctrl-C.\n");
+    for (const int signal : {SIGSTOP, SIGINT, SIGTERM, SIGCONT}) {
+        host.Send(signal);
+    }
+    EXPECT_EQ(host.ReadUntil("tav-host: "), "tav-host: quit without stopping the plug-in\n");
+    EXPECT_EQ(host.Wait(), 130);
 }
 
 TEST(TavHostServe, RefusesAPortThatIsTaken) {
