@@ -51,9 +51,6 @@ FormatArgument ToFormatArgument(const FieldValue& value) {
         value);
 }
 
-bool IsLengthLetter(char c) {
-    return c == 'h' || c == 'l' || c == 'j' || c == 'z' || c == 't' || c == 'L';
-}
 bool IsLetter(char c) {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 }
@@ -116,14 +113,15 @@ class TemplateTranslator {
         return close + 1;
     }
 
-    // Keeps the printf placeholder but pins it to the next value.
+    // Keeps the printf placeholder but pins it to the next value. It is copied up to its first letter: what
+    // follows a length letter ("%lld", "%zu") is copied as plain text, and reads as the same placeholder again.
     std::size_t PrintfPlaceholder(std::string_view text, std::size_t percent) {
         AppendValueReference();
         std::size_t i = percent + 1;
         while (i < text.size()) {
             char c = text[i++];
             format_ += c;
-            if (IsLetter(c) && !IsLengthLetter(c)) {
+            if (IsLetter(c)) {
                 break;
             }
         }
