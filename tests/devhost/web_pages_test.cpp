@@ -16,6 +16,8 @@ TEST(WebPages, ServesTheEmbeddedPagesAndNoFileOutsideTheExplorersFolder) {
     std::filesystem::create_directories(root / "dist" / "sub");
     std::ofstream(root / "dist" / "swagger-ui-bundle.js") << "bundle";
     std::ofstream(root / "dist" / "swagger-ui-bundle.js.map") << "{}";
+    std::ofstream(root / "dist" / "package.json") << "{}";
+    std::ofstream(root / "dist" / "LICENSE") << "license";
     std::ofstream(root / "dist" / "sub" / "inner.css") << "inner";
     std::ofstream(root / "secret.txt") << "secret";
     const std::string folder = (root / "dist").string();
