@@ -211,8 +211,9 @@ TEST(LogSystemLifetime, LastReleaseDestroysAndTheNextAcquireOrMessageStartsAfres
     tav::test::DebuggerCapture debugger;
     LogMessage(LogLevel::Warn, LogCategory::Dbg, "created");
     ASSERT_EQ(debugger.Texts().size(), 1u);
-    AcquireLogSystem();
     SetMinimumLevel(LogLevel::Always);
+    AcquireLogSystem();  // takes that system over, settings and all
+    EXPECT_EQ(MinimumLevel(), LogLevel::Always);
     ReleaseLogSystem();
     AcquireLogSystem();
     EXPECT_EQ(MinimumLevel(), LogLevel::Warn);
