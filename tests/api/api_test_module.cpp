@@ -20,11 +20,12 @@ namespace {
 
 using Echo = MaybeType<Failure, BindingProperty>;
 
-Echo EchoText(std::string text) {
+// A handler that answers its one argument.
+const auto EchoText = [](std::string text) -> Echo {
     BindingProperty answer;
     answer.SetString(text);
     return answer;
-}
+};
 
 // A body of "0123456789" handed out in pieces of at most four bytes.
 class DigitsProducer : public wex::BodyProducer {
@@ -93,13 +94,9 @@ void ApiTestModule::RegisterRoutesAndTypes() {
              })
         .AddQueryArgument("ids", "")
         .AddQueryArgument("verbose", "");
-    AddRoute(HostMethodGet, "/test/files/{+path}", [](std::string path) {
-        return EchoText(path);
-    }).AddPathArgument("path", "");
-    AddRoute(HostMethodGet, "/test/page{#section}", [](std::string section) {
-        return EchoText(section);
-    }).AddPathArgument("section", "");
-    AddRoute(HostMethodGet, "/test/{x}/a.b", [](std::string x) { return EchoText(x); }).AddPathArgument("x", "");
+    AddRoute(HostMethodGet, "/test/files/{+path}", EchoText).AddPathArgument("path", "");
+    AddRoute(HostMethodGet, "/test/page{#section}", EchoText).AddPathArgument("section", "");
+    AddRoute(HostMethodGet, "/test/{x}/a.b", EchoText).AddPathArgument("x", "");
     AddRoute(HostMethodGet, "/test/zeros/{count}",
              [](std::uint32_t count) -> MaybeType<Failure, std::vector<std::int32_t>> {
                  return std::vector<std::int32_t>(count);

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "api/route_table.h"
+#include "support/case_table.h"
 #include "support/route_expression.h"
 
 namespace wex {
@@ -14,26 +15,16 @@ namespace wex {
 namespace {
 
 TEST(RouteTemplate, NormalisesOneTrailingSlashAndNamesEachParameterWithItsKind) {
-    EXPECT_EQ(NormalizeRouteTemplate("/tav-leagues/v2/tiers/"), "/tav-leagues/v2/tiers");
-    EXPECT_EQ(NormalizeRouteTemplate("/a//"), "/a/");
-    EXPECT_EQ(NormalizeRouteTemplate("/"), "/");
-    EXPECT_EQ(NormalizeRouteTemplate(""), "");
-    using Kind = RouteParameterKind;
-    const std::pair<const char*, std::vector<std::pair<Kind, std::string>>> cases[] = {
-        {"/tav-leagues/v1/teams/{id}", {{Kind::Plain, "id"}}},
-        {"/files/{+path}", {{Kind::Reserved, "path"}}},
-        {"/page{#section}", {{Kind::Fragment, "section"}}},
-        {"/{a}.{b}", {{Kind::Plain, "a"}, {Kind::Plain, "b"}}},
-        {"/{+#odd+}", {{Kind::Fragment, "odd+"}}},
-        {"/{}", {{Kind::Plain, ""}}},
-    };
-    for (const auto& [pathTemplate, parameters] : cases) {
-        SCOPED_TRACE(pathTemplate);
-        std::vector<std::pair<Kind, std::string>> compiled;
-        for (const RouteTemplateParameter& parameter : CompileRouteTemplate(pathTemplate).parameters) {
-            compiled.emplace_back(parameter.kind, parameter.name);
+    const char* const kinds[] = {"plain", "reserved", "fragment"};
+    for (const auto& row : tav::test::ReadCaseTable(__FILE__, "route_templates.tsv", 3)) {
+        SCOPED_TRACE(row[0]);
+        EXPECT_EQ(NormalizeRouteTemplate(row[0]), row[1]);
+        std::string parameters;
+        for (const RouteTemplateParameter& parameter : CompileRouteTemplate(row[0]).parameters) {
+            parameters += (parameters.empty() ? "" : " ") + std::string(kinds[static_cast<int>(parameter.kind)]) + ":" +
+                          parameter.name;
         }
-        EXPECT_EQ(compiled, parameters);
+        EXPECT_EQ(parameters, row[2]);
     }
 }
 

@@ -2,11 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
+#include <sstream>
 #include <string>
 #include <thread>
 #include <vector>
 
 #include "log_test_fixture.h"
+#include "support/case_table.h"
 
 namespace wex::test {
 namespace {
@@ -84,6 +87,7 @@ TEST_F(LogSystemDefaults, MessagesAreCutAt4095Bytes) {
 
 using LogSystemSettings = LogSystemTest;
 
+// The system lets OKAY and up through, excluding TST; the target takes ERROR and up of NET, DSK or XTR, without MEM.
 TEST_F(LogSystemSettings, TheSystemAndEachTargetFilterByLevelAndCategories) {
     RecordingTarget target;
     target.SetLevel(LogLevel::Error);
@@ -91,26 +95,18 @@ TEST_F(LogSystemSettings, TheSystemAndEachTargetFilterByLevelAndCategories) {
     target.Activate();
     SetMinimumLevel(LogLevel::Okay);
     SetExcludedCategories(LogCategory::Tst);
-    const struct {
-        LogLevel level;
-        std::uint64_t categories;
-        bool written;
-    } rows[] = {
-        {LogLevel::Warn, LogCategory::Net, false},
-        {LogLevel::Error, LogCategory::Net, true},
-        {LogLevel::Always, LogCategory::Dsk | LogCategory::Gen, true},
-        {LogLevel::Error, LogCategory::Gen, false},
-        {LogLevel::Error, LogCategory::Net | LogCategory::Mem, false},
-        {LogLevel::Error, 0, true},
-        {LogLevel::Warn, 0, false},
-        {LogLevel::Error, LogCategory::Xtr, true},
-        {LogLevel::Always, LogCategory::Net | LogCategory::Tst, false},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.categories);
+    const std::map<std::string, LogLevel> levels = {
+        {"WARN", LogLevel::Warn}, {"ERROR", LogLevel::Error}, {"ALWAYS", LogLevel::Always}};
+    for (const auto& row : tav::test::ReadCaseTable(__FILE__, "target_filters.tsv", 3)) {
+        SCOPED_TRACE(row[0] + " " + row[1]);
+        std::uint64_t categories = 0;
+        std::istringstream names(row[1]);
+        for (std::string name; std::getline(names, name, ';');) {
+            categories |= CategoryMask(name);
+        }
         target.messages.clear();
-        LogMessage(row.level, row.categories, "r");
-        EXPECT_EQ(target.messages.size(), row.written ? 1u : 0u);
+        LogMessage(levels.at(row[0]), categories, "r");
+        EXPECT_EQ(target.messages.size(), row[2] == "written" ? 1u : 0u);
     }
 }
 
@@ -215,8 +211,9 @@ TEST(LogSystemLifetime, LastReleaseDestroysAndTheNextAcquireOrMessageStartsAfres
     tav::test::DebuggerCapture debugger;
     LogMessage(LogLevel::Warn, LogCategory::Dbg, "created");
     ASSERT_EQ(debugger.Texts().size(), 1u);
-    AcquireLogSystem();
     SetMinimumLevel(LogLevel::Always);
+    AcquireLogSystem();  // takes that system over, settings and all
+    EXPECT_EQ(MinimumLevel(), LogLevel::Always);
     ReleaseLogSystem();
     AcquireLogSystem();
     EXPECT_EQ(MinimumLevel(), LogLevel::Warn);

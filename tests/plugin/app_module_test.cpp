@@ -63,20 +63,14 @@ TEST(AppModuleLoad, AcceptsEveryCoreOfTheSameMajorAtOrAboveItsOwnVersion) {
     EXPECT_EQ(LoadPlugin<TestModule>(nullptr), nullptr);
 }
 
-// The reason is logged, then the assertion stops the process.
-TEST(AppModuleLoadDeathTest, RefusesAnotherMajorOrAnOlderVersion) {
-    const std::uint32_t refused[][3] = {{17, 9, 9}, {19, 2, 3}, {0, 0, 0}};
-    for (const auto& version : refused) {
-        PluginLoadInfo info{version[0], version[1], version[2], nullptr, nullptr, nullptr, nullptr};
-        const std::string core =
-            std::to_string(version[0]) + "." + std::to_string(version[1]) + "." + std::to_string(version[2]);
-        // Substrings, not one regex: the Windows regex engine's "." does not cross lines.
-        EXPECT_DEATH(Load(info),
-                     ::testing::AllOf(::testing::HasSubstr("tav-leagues which supports plugin API 18.0.0 is not "
-                                                           "compatible with core's plugin API " +
-                                                           core),
-                                      ::testing::HasSubstr("Assertion failed!\n\nExpression: ALE-EECF0606")));
-    }
+// The reason is logged, then the assertion stops the process; tav-host's tests refuse a newer major the same way.
+TEST(AppModuleLoadDeathTest, RefusesAnOlderMajor) {
+    PluginLoadInfo info{17, 9, 9, nullptr, nullptr, nullptr, nullptr};
+    // Substrings, not one regex: the Windows regex engine's "." does not cross lines.
+    EXPECT_DEATH(Load(info),
+                 ::testing::AllOf(::testing::HasSubstr("tav-leagues which supports plugin API 18.0.0 is not "
+                                                       "compatible with core's plugin API 17.9.9"),
+                                  ::testing::HasSubstr("Assertion failed!\n\nExpression: ALE-EECF0606")));
 }
 
 class AppModuleStart : public ::testing::Test {

@@ -3,7 +3,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <string>
+#include <vector>
+
 #include "plugin/app_module.h"
+#include "support/case_table.h"
 #include "support/hosted_module.h"
 
 namespace wex {
@@ -18,21 +22,12 @@ class NamedModule : public AppModule {
 TEST(PluginName, TheTypeGivesThePrefixAndAnUnknownTypeIsLoggedAsAnError) {
     tav::test::HostedModule<NamedModule> hosted;
     ASSERT_TRUE(hosted.Start());
-    const std::pair<PluginType, const char*> rows[] = {
-        {kBackendPluginType, "wex-be-tav-leagues"},
-        {kFrontendPluginType, "wex-fe-tav-leagues"},
-        {{"backend", "any variant"}, "wex-be-tav-leagues"},
-        {{"service", ""}, "wex-xx-tav-leagues"},
-        {{"Backend", ""}, "wex-xx-tav-leagues"},
-        {{"backend ", ""}, "wex-xx-tav-leagues"},
-        {{"", ""}, "wex-xx-tav-leagues"},
-    };
-    for (const auto& [type, fullName] : rows) {
-        SCOPED_TRACE(type.name);
+    for (const std::vector<std::string>& row : tav::test::ReadCaseTable(__FILE__, "plugin_names.tsv", 3)) {
+        SCOPED_TRACE(row[0]);
         hosted.host().ClearRecords();
-        EXPECT_EQ(GetFullNameFromShortNameAndType("tav-leagues", type), fullName);
+        EXPECT_EQ(GetFullNameFromShortNameAndType("tav-leagues", {row[0], row[1]}), row[2]);
         const auto& lines = hosted.records().logLines;
-        if (std::string(fullName) != "wex-xx-tav-leagues") {
+        if (row[2] != "wex-xx-tav-leagues") {
             EXPECT_TRUE(lines.empty());
             continue;
         }
@@ -40,7 +35,7 @@ TEST(PluginName, TheTypeGivesThePrefixAndAnUnknownTypeIsLoggedAsAnError) {
         EXPECT_EQ(lines[0].level, 2);
         EXPECT_THAT(lines[0].text, ::testing::EndsWith("|  ERROR| DBG|             Plugin Manager| "
                                                        "GetFullNameFromShortNameAndType(\"tav-leagues\", \"" +
-                                                       std::string(type.name) + "\") called with an unknown type\n"));
+                                                       row[0] + "\") called with an unknown type\n"));
     }
     const PluginName name = MakePluginName("tav-leagues", {"frontend", "beta"});
     EXPECT_EQ(name.fullName, "wex-fe-tav-leagues");
