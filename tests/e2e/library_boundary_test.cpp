@@ -1,6 +1,9 @@
 // The built shared library, loaded and driven through its C entry only.
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <set>
 #include <sstream>
 #include <string>
@@ -32,6 +35,26 @@ TEST(LibraryBoundary, ExportsOnlyItsEntryAndNeedsNoCxxRuntimeOfTheHost) {
     const std::string needed =
         tav::test::RunCommand(std::string("readelf -d ") + TAV_PLUGIN_PATH + " | grep NEEDED").output;
     EXPECT_EQ(needed.find("libstdc++"), std::string::npos) << needed;
+}
+#endif
+
+#ifdef __linux__
+// Closed, the library leaves the process, and with it every static it holds.
+TEST(LibraryBoundary, ClosingTheLibraryUnmapsIt) {
+    if (tav::host::kUnderAddressSanitizer) {
+        GTEST_SKIP() << "libraries stay mapped under the sanitizer, for its reports";
+    }
+    const auto mapped = [] {
+        std::ifstream maps("/proc/self/maps");
+        const std::string text{std::istreambuf_iterator<char>(maps), {}};
+        return text.find(std::filesystem::canonical(TAV_PLUGIN_PATH).string()) != std::string::npos;
+    };
+    {
+        PluginLibrary library;
+        ASSERT_TRUE(library.Open(TAV_PLUGIN_PATH)) << library.error();
+        EXPECT_TRUE(mapped());
+    }
+    EXPECT_FALSE(mapped());
 }
 #endif
 
