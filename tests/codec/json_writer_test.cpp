@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <limits>
+#include <regex>
 #include <string>
 #include <vector>
 
@@ -62,13 +63,7 @@ TEST(WriteJson, IndentedOutputUsesFourSpacesAndTheLineBreakGiven) {
         "    \"e\": {}\n"
         "}";
     EXPECT_EQ(WriteJson(value, nullptr, "\n"), expected);
-
-    std::string crlf;
-    for (const char character : expected) {
-        crlf += character == '\n' ? std::string("\r\n") : std::string(1, character);
-    }
-    EXPECT_EQ(WriteJson(value, nullptr, "\r\n"), crlf);
-    EXPECT_EQ(WriteJson(value, nullptr, "\r\n").find_first_of('\n'), crlf.find("\r\n") + 1);
+    EXPECT_EQ(WriteJson(value, nullptr, "\r\n"), std::regex_replace(expected, std::regex("\n"), "\r\n"));
 }
 
 enum class Tier { Iron = 1, Bronze = 2 };

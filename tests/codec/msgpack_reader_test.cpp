@@ -7,9 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "describe_value.h"
 #include "support/case_table.h"
-#include "support/testdata.h"
+#include "support/describe_value.h"
 
 namespace wex {
 namespace {
@@ -21,10 +20,7 @@ MessagePackResult Read(const Bytes& bytes) {
 }
 
 TEST(ReadMessagePack, EachInputReadsToItsValueOrFailure) {
-    const auto rows = tav::test::ReadCases(__FILE__, "msgpack_cases.tsv");
-    ASSERT_EQ(rows.size(), 42u);
-    for (const auto& row : rows) {
-        ASSERT_EQ(row.size(), 4u);
+    for (const auto& row : tav::test::ReadCaseTable(__FILE__, "msgpack_cases.tsv", 4)) {
         SCOPED_TRACE(row[0]);
         Bytes bytes;
         std::istringstream hex(row[1]);
