@@ -125,6 +125,11 @@ TEST_F(StringInternTableTest, StartsWithEightBucketsAndDoublesPastOneEntryPerBuc
         table_.Intern("name" + std::to_string(index));
     }
     EXPECT_EQ(table_.BucketCount(), 1024u);
+    // Room made ahead of time keeps the same load factor.
+    table_.Reserve(24);
+    EXPECT_EQ(table_.BucketCount(), 1024u);
+    table_.Reserve(25);
+    EXPECT_EQ(table_.BucketCount(), 2048u);
     for (int index = 0; index < 1000; ++index) {
         const std::string text = "name" + std::to_string(index);
         ASSERT_EQ(table_.Intern(text)->references, 2u) << text;
