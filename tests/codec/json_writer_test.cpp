@@ -10,6 +10,7 @@
 
 #include "codec/json_reader.h"
 #include "support/case_table.h"
+#include "support/nested_text.h"
 #include "support/testdata.h"
 #include "types/registry.h"
 
@@ -114,14 +115,7 @@ TEST(WriteJson, TheBenchmarkCorporaSurviveARoundTrip) {
 }
 
 TEST(WriteJson, AMillionNestedCollectionsAreWrittenWithoutRecursion) {
-    constexpr std::size_t kDepth = 1000000;
-    BindingProperty root;
-    BindingProperty* node = &root;
-    for (std::size_t level = 0; level < kDepth; ++level) {
-        node = &node->At(0);
-    }
-    node->SetSigned(7);
-    EXPECT_EQ(WriteJson(root), std::string(kDepth, '[') + "7" + std::string(kDepth, ']'));
+    EXPECT_EQ(WriteJson(tav::test::NestedCollections(1000000, 7)), tav::test::NestedText(1000000, "7"));
 }
 
 }  // namespace

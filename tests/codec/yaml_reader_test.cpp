@@ -6,6 +6,7 @@
 
 #include "support/case_table.h"
 #include "support/describe_value.h"
+#include "support/nested_text.h"
 
 namespace wex {
 namespace {
@@ -30,14 +31,11 @@ TEST(ReadYaml, AnAliasIsACopyOfItsOwn) {
     EXPECT_EQ(tav::test::DescribeValue(value), "{a: [unsigned:1], b: [bool:true]}");
 }
 
-std::string Nested(std::size_t depth) {
-    return std::string(depth, '[') + "1" + std::string(depth, ']');
-}
-
 TEST(ReadYaml, ContainersNestAThousandLevelsAndNoMore) {
-    EXPECT_TRUE(ReadYaml(Nested(1000)).IsValid());
-    EXPECT_EQ(Read(Nested(1001)), "Nesting too deep (more than 1000 levels). At line: 1 col: 1001");
-    EXPECT_EQ(Read(Nested(1000000)), "Nesting too deep (more than 1000 levels). At line: 1 col: 1001");
+    EXPECT_TRUE(ReadYaml(tav::test::NestedText(1000, "1")).IsValid());
+    EXPECT_EQ(Read(tav::test::NestedText(1001, "1")), "Nesting too deep (more than 1000 levels). At line: 1 col: 1001");
+    EXPECT_EQ(Read(tav::test::NestedText(1000000, "1")),
+              "Nesting too deep (more than 1000 levels). At line: 1 col: 1001");
 }
 
 // Each level holds ten aliases of the one before, so each copies ten times

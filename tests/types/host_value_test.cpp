@@ -6,7 +6,9 @@
 #include <limits>
 #include <string>
 
+#include "codec/json_writer.h"
 #include "sample_model.h"
+#include "support/nested_text.h"
 
 namespace wex {
 namespace {
@@ -113,25 +115,8 @@ TEST_F(BindingToHost, MembersComeInNameOrderWithOwnedNamesAndTextsAndBytesAreOwn
 }
 
 TEST_F(BindingToHost, AMillionLevelsConvertBothWaysAndRelease) {
-    constexpr int kDepth = 1000000;
-    BindingProperty deep;
-    BindingProperty* node = &deep;
-    for (int level = 0; level < kDepth; ++level) {
-        node = &node->At(0);
-    }
-    node->SetSigned(5);
-
-    ASSERT_TRUE(BindingToHostValue(deep, host_, nullptr));
-    const BindingProperty back = HostValueToBinding(host_, "value");
-    ASSERT_TRUE(back.IsValid());
-    const BindingProperty* walk = &back;
-    int depth = 0;
-    while (walk->Kind() == BindingPropertyKind::Collection) {
-        walk = &walk->At(0);
-        ++depth;
-    }
-    EXPECT_EQ(depth, kDepth);
-    EXPECT_EQ(walk->AsInt64(), 5);
+    ASSERT_TRUE(BindingToHostValue(tav::test::NestedCollections(1000000, 5), host_, nullptr));
+    EXPECT_EQ(WriteJson(HostValueToBinding(host_, "value")), tav::test::NestedText(1000000, "5"));
 }
 
 }  // namespace
