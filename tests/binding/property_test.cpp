@@ -10,7 +10,6 @@
 #include <vector>
 
 #include "binding/string_entry.h"
-#include "binding/value_text.h"
 #include "codec/json_reader.h"
 #include "support/case_table.h"
 #include "tree_views.h"
