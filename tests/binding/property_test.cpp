@@ -123,6 +123,9 @@ TEST(BindingProperty, NodesOfOneTreeWithTheSameTextShareOneCountedEntryAndTheEmp
     EXPECT_EQ(entry->references, 3u);
     tree.At(2).RemoveMember("GOLD");
     EXPECT_EQ(entry->references, 1u);
+    tree.At(4).SetString("GOLD");
+    tree.At(4).SetString("SILVER");  // a text set over another lets the old one go
+    EXPECT_EQ(entry->references, 1u);
     BindingProperty other;
     other.SetString("GOLD");
     EXPECT_NE(EntryOf(other), entry);
