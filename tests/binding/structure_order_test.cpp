@@ -7,6 +7,7 @@
 
 #include "binding/fnv1a.h"
 #include "binding/property.h"
+#include "binding/tree_builder.h"
 #include "tree_views.h"
 
 namespace wex {
@@ -58,9 +59,31 @@ TEST(StructureOrder, NamesAlikeInTheirFirstEightBytesSortByEveryByte) {
         }
         EXPECT_FALSE(node.HasMember("abcdefg\0\0\0"s));
         EXPECT_FALSE(node.HasMember("abcdefgh\0"s));
+        // A seeker finds the same when asked in ascending order, one name twice, among names it must not find.
+        std::vector<std::string> asked = sorted;
+        asked.insert(asked.end(), {"abcdefgh", "abcdefg\0\0\0"s, "abcdefgh\0"s, "abcdef", "abcdefghabcdefgha",
+                                   "abcdefghabcdefghabcdefghi", "C", "\xFF\xFF"});
+        std::sort(asked.begin(), asked.end());
+        BindingMemberSeeker seeker(node);
+        for (const std::string& name : asked) {
+            SCOPED_TRACE(name);
+            EXPECT_EQ(seeker.Seek(name), node.HasMember(name) ? &std::as_const(node).Member(name) : nullptr);
+        }
     }
 }
 
+TEST(MemberSeeker, FindsNothingInAnythingButAStructure) {
+    BindingProperty collection;
+    collection.Append().SetString("a");
+    BindingMemberSeeker inCollection(collection);
+    EXPECT_EQ(inCollection.Seek("a"), nullptr);
+    const BindingProperty empty;
+    BindingMemberSeeker inEmpty(empty);
+    EXPECT_EQ(inEmpty.Seek(""), nullptr);
+}
+
+// Member by member, and through the builder, which sorts a structure's members when it closes; both past the
+// first chunk of members, found by a seeker, and still writable.
 TEST(StructureOrder, TenThousandMembersInAnyInsertionOrderComeOutSortedFindableAndCopied) {
     const std::vector<std::string> sorted = NumberedNames(10000);
     std::vector<std::string> shuffled = sorted;
@@ -76,21 +99,35 @@ TEST(StructureOrder, TenThousandMembersInAnyInsertionOrderComeOutSortedFindableA
     }
     const std::vector<std::string>* orders[] = {&sorted, &shuffled, &descending, &interleaved};
     for (const std::vector<std::string>* order : orders) {
-        BindingProperty node;
+        BindingProperty added;
+        BindingProperty built;
+        BindingTreeBuilder builder(built);
+        builder.OpenStructure();
         for (const std::string& name : *order) {
-            node.Member(name).SetString(name);
+            added.Member(name).SetString(name);
+            builder.Key(name);
+            builder.NextValue().SetString(name);
         }
-        ASSERT_EQ(node.Size(), 10000u);
-        ASSERT_EQ(MemberNames(node), sorted);
-        for (const std::string& name : sorted) {
-            ASSERT_EQ(std::as_const(node).Member(name).AsString(), name);
-        }
-        EXPECT_FALSE(node.HasMember("m10000"));
-        EXPECT_FALSE(node.HasMember("m"));
-        const BindingProperty copy(node);
-        ASSERT_EQ(MemberNames(copy), sorted);
-        for (const BindingMember member : copy.Members()) {
-            ASSERT_EQ(member.value.AsString(), member.name);
+        builder.Close();
+        for (BindingProperty* node : {&added, &built}) {
+            ASSERT_EQ(node->Size(), 10000u);
+            BindingMemberSeeker seeker(*node);
+            for (const std::string& name : sorted) {
+                ASSERT_EQ(std::as_const(*node).Member(name).AsString(), name);
+                ASSERT_EQ(seeker.Seek(name), &std::as_const(*node).Member(name));
+            }
+            EXPECT_EQ(seeker.Seek("m99999"), nullptr);
+            EXPECT_FALSE(node->HasMember("m10000"));
+            EXPECT_FALSE(node->HasMember("m"));
+            ASSERT_EQ(MemberNames(*node), sorted);
+            const BindingProperty copy(*node);
+            ASSERT_EQ(MemberNames(copy), sorted);
+            for (const BindingMember member : copy.Members()) {
+                ASSERT_EQ(member.value.AsString(), member.name);
+            }
+            node->Member("m00500x").SetSigned(2);
+            EXPECT_TRUE(node->RemoveMember("m01000"));
+            EXPECT_EQ(MemberNames(*node)[501], "m00500x");
         }
     }
 }

@@ -2,12 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <sstream>
 #include <string>
 #include <vector>
 
 #include "codec/json_writer.h"
+#include "support/case_table.h"
 #include "tree_views.h"
 
 namespace wex {
@@ -41,24 +41,13 @@ void Play(BindingTreeBuilder& builder, const std::string& script) {
 }
 
 TEST(BindingTreeBuilder, BuildsTheTreeOfEachScript) {
-    const struct {
-        const char* script;
-        const char* json;
-    } rows[] = {
-        {"{ k:list [ -1 _ 'third ] k:flag true }", R"({"flag":true,"list":[-1,null,"third"]})"},
-        {"'alone [ { } [ ] ]", "[{},[]]"},
-        // Of equal names the last value stays, whatever it is: a scalar, nothing, or a container that replaces one.
-        {"{ k:b 1 k:a { k:inner 'dropped } k:c 'kept k:b 3 k:a 'dropped k:c _ k:a 'last }",
-         R"({"a":"last","b":3,"c":null})"},
-        {"[ 1 { k:x 2 k:unfilled .", R"([1,{"x":2}])"},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.script);
+    for (const auto& row : tav::test::ReadCaseTable(__FILE__, "tree_builder_scripts.tsv", 2)) {
+        SCOPED_TRACE(row[0]);
         BindingProperty root;
         BindingTreeBuilder builder(root);
-        Play(builder, row.script);
+        Play(builder, row[0]);
         EXPECT_EQ(builder.Depth(), 0u);
-        EXPECT_EQ(WriteJson(root), row.json);
+        EXPECT_EQ(WriteJson(root), row[1]);
     }
 }
 
@@ -79,31 +68,6 @@ TEST(BindingTreeBuilder, ReportsItsStateBetweenStepsAndGivesBackTheStringsOfDrop
     root.Member("d").SetString("dropped");
     EXPECT_EQ(EntryOf(root.Member("d"))->references, 1u);
     EXPECT_EQ(EntryOf(root.Member("a"))->references, 1u);
-}
-
-// Members in order and out of it, past one chunk; the sorting of names itself
-// is checked in structure_order_test.cpp.
-TEST(BindingTreeBuilder, ThousandsOfMembersComeOutSortedAndStayWritable) {
-    const std::vector<std::string> names = NumberedNames(3000);
-    BindingProperty root;
-    BindingTreeBuilder builder(root);
-    builder.OpenCollection();
-    for (const bool reversed : {false, true}) {
-        builder.OpenStructure();
-        for (std::size_t index = 0; index < names.size(); ++index) {
-            builder.Key(names[reversed ? names.size() - 1 - index : index]);
-            builder.NextValue().SetSigned(1);
-        }
-        builder.Close();
-    }
-    builder.Close();
-    for (BindingProperty& structure : {std::ref(root.At(0)), std::ref(root.At(1))}) {
-        ASSERT_EQ(MemberNames(structure), names);
-        structure.Member("m00500x").SetSigned(2);
-        EXPECT_TRUE(structure.RemoveMember("m01000"));
-        EXPECT_EQ(structure.Size(), names.size());
-        EXPECT_EQ(MemberNames(structure)[501], "m00500x");
-    }
 }
 
 TEST(BindingTreeBuilder, AFailedRootDropsThePartsBuiltSoFar) {

@@ -4,12 +4,14 @@
 
 #include <string>
 
-#include "describe_value.h"
 #include "support/case_table.h"
-#include "support/testdata.h"
+#include "support/describe_value.h"
+#include "support/nested_text.h"
 
 namespace wex {
 namespace {
+
+using tav::test::NestedText;
 
 // The value's picture, or the failure's message; a failure keeps nothing of the
 // partial tree but the error member.
@@ -20,12 +22,9 @@ std::string Read(const std::string& text) {
 }
 
 TEST(ParseJson, EachTextReadsToItsTreeOrFailure) {
-    const auto rows = tav::test::ReadCases(__FILE__, "json_reader_cases.tsv");
-    ASSERT_EQ(rows.size(), 25u);
-    for (const auto& row : rows) {
-        ASSERT_EQ(row.size(), 2u);
+    for (const auto& row : tav::test::ReadCaseTable(__FILE__, "json_reader_cases.tsv", 2)) {
         SCOPED_TRACE(row[0]);
-        EXPECT_EQ(Read(tav::test::Unescape(row[0])), tav::test::Unescape(row[1]));
+        EXPECT_EQ(Read(row[0]), row[1]);
     }
     EXPECT_TRUE(ParseJson(nullptr).IsEmpty());
     // Escapes, and bytes that are not UTF-8, which the reader does not check.
@@ -33,24 +32,12 @@ TEST(ParseJson, EachTextReadsToItsTreeOrFailure) {
     EXPECT_EQ(Read("\"\xFF\x80\""), "string:\"\xFF\x80\"");
 }
 
-std::string Nested(std::size_t depth, const std::string& open, const std::string& close) {
-    std::string text;
-    for (std::size_t level = 0; level < depth; ++level) {
-        text += open;
-    }
-    text += "0";
-    for (std::size_t level = 0; level < depth; ++level) {
-        text += close;
-    }
-    return text;
-}
-
 TEST(ParseJson, ContainersNestAThousandLevelsAndNoMore) {
-    EXPECT_TRUE(ParseJson(Nested(1000, "[", "]")).IsValid());
-    EXPECT_EQ(ParseJson(Nested(1001, "[", "]")).GetError(),
+    EXPECT_TRUE(ParseJson(NestedText(1000, "0")).IsValid());
+    EXPECT_EQ(ParseJson(NestedText(1001, "0")).GetError(),
               "Error: Terminate parsing due to Handler error. at offset 1001.");
     // Objects count as levels too: the 1001st container opens at offset 4992.
-    const std::string objects = Nested(999, R"({"a":)", "}");
+    const std::string objects = NestedText(999, "0", R"({"a":)", "}");
     EXPECT_TRUE(ParseJson("[" + objects + "]").IsValid());
     EXPECT_EQ(ParseJson("[[" + objects + "]]").GetError(),
               "Error: Terminate parsing due to Handler error. at offset 4993.");

@@ -9,9 +9,8 @@
 #include "binding/value_text.h"
 #include "codec/json_reader.h"
 #include "codec/msgpack_reader.h"
-#include "describe_value.h"
-#include "same_value.h"
 #include "support/case_table.h"
+#include "support/describe_value.h"
 #include "support/testdata.h"
 
 namespace wex {
@@ -57,7 +56,7 @@ void ExpectCase(std::string_view type, const BindingProperty& expected, const st
         EXPECT_EQ(result.value.Kind(), NumberKind(bytes[0]));
         EXPECT_EQ(tav::test::NumberOf(result.value), tav::test::NumberOf(expected));
     } else {
-        EXPECT_TRUE(tav::test::SameValue(result.value, expected)) << tav::test::DescribeValue(result.value);
+        EXPECT_EQ(tav::test::DescribeValue(result.value, true), tav::test::DescribeValue(expected, true));
     }
 }
 

@@ -4,9 +4,9 @@
 
 #include <string>
 
-#include "describe_value.h"
 #include "support/case_table.h"
-#include "support/testdata.h"
+#include "support/describe_value.h"
+#include "support/nested_text.h"
 
 namespace wex {
 namespace {
@@ -18,12 +18,9 @@ std::string Read(const std::string& text) {
 }
 
 TEST(ReadYaml, EachTextReadsToItsTreeOrFailure) {
-    const auto rows = tav::test::ReadCases(__FILE__, "yaml_reader_cases.tsv");
-    ASSERT_EQ(rows.size(), 38u);
-    for (const auto& row : rows) {
-        ASSERT_EQ(row.size(), 2u);
+    for (const auto& row : tav::test::ReadCaseTable(__FILE__, "yaml_reader_cases.tsv", 2)) {
         SCOPED_TRACE(row[0]);
-        EXPECT_EQ(Read(tav::test::Unescape(row[0])), tav::test::Unescape(row[1]));
+        EXPECT_EQ(Read(row[0]), row[1]);
     }
 }
 
@@ -34,14 +31,11 @@ TEST(ReadYaml, AnAliasIsACopyOfItsOwn) {
     EXPECT_EQ(tav::test::DescribeValue(value), "{a: [unsigned:1], b: [bool:true]}");
 }
 
-std::string Nested(std::size_t depth) {
-    return std::string(depth, '[') + "1" + std::string(depth, ']');
-}
-
 TEST(ReadYaml, ContainersNestAThousandLevelsAndNoMore) {
-    EXPECT_TRUE(ReadYaml(Nested(1000)).IsValid());
-    EXPECT_EQ(Read(Nested(1001)), "Nesting too deep (more than 1000 levels). At line: 1 col: 1001");
-    EXPECT_EQ(Read(Nested(1000000)), "Nesting too deep (more than 1000 levels). At line: 1 col: 1001");
+    EXPECT_TRUE(ReadYaml(tav::test::NestedText(1000, "1")).IsValid());
+    EXPECT_EQ(Read(tav::test::NestedText(1001, "1")), "Nesting too deep (more than 1000 levels). At line: 1 col: 1001");
+    EXPECT_EQ(Read(tav::test::NestedText(1000000, "1")),
+              "Nesting too deep (more than 1000 levels). At line: 1 col: 1001");
 }
 
 // Each level holds ten aliases of the one before, so each copies ten times

@@ -4,18 +4,14 @@
 
 #include <string>
 
-#include "describe_value.h"
 #include "support/case_table.h"
-#include "support/testdata.h"
+#include "support/describe_value.h"
 
 namespace wex {
 namespace {
 
 TEST(SetYamlScalar, EachScalarResolvesToItsValueOrFailure) {
-    const auto rows = tav::test::ReadCases(__FILE__, "yaml_scalar_cases.tsv");
-    ASSERT_EQ(rows.size(), 66u);
-    for (const auto& row : rows) {
-        ASSERT_EQ(row.size(), 4u);
+    for (const auto& row : tav::test::ReadCaseTable(__FILE__, "yaml_scalar_cases.tsv", 4)) {
         SCOPED_TRACE(row[0] + " " + row[1] + " " + row[2]);
         BindingProperty status;
         BindingProperty slot;

@@ -1,14 +1,13 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <map>
 #include <span>
 #include <stdexcept>
 
 #include "codec/json_reader.h"
 #include "sample_model.h"
+#include "support/case_table.h"
 #include "types/host_value.h"
 
 namespace wex {
@@ -19,7 +18,7 @@ using namespace wex::test;
 
 using Conversions = SampleRegistry;
 
-// An input as conversions.txt writes it: JSON, or a kind and its value.
+// An input as conversions.tsv writes it: JSON, or a kind and its value.
 BindingProperty Input(const std::string& text) {
     const std::string kind = text.substr(0, text.find(' '));
     BindingProperty value;
@@ -91,24 +90,12 @@ TEST_F(Conversions, EachCaseOfTheTable) {
         {"map of int32", Into<std::map<std::string, std::int32_t>>},
         {"host", ThroughHost<true>},
         {"host without registry", ThroughHost<false>}};
-    std::ifstream cases(std::filesystem::path(__FILE__).replace_filename("conversions.txt"));
-    ASSERT_TRUE(cases.good()) << "cannot read conversions.txt next to " << __FILE__;
-    int count = 0;
-    for (std::string line; std::getline(cases, line);) {
-        if (line.empty() || line[0] == '#') {
-            continue;
-        }
-        SCOPED_TRACE(line);
-        const std::size_t first = line.find(" | ");
-        const std::size_t second = line.rfind(" | ");
-        ASSERT_LT(first, second);
-        const auto target = targets.find(line.substr(0, first));
+    for (const auto& row : tav::test::ReadCaseTable(__FILE__, "conversions.tsv", 3)) {
+        SCOPED_TRACE(row[0] + " | " + row[1]);
+        const auto target = targets.find(row[0]);
         ASSERT_NE(target, targets.end());
-        EXPECT_EQ(target->second(Input(line.substr(first + 3, second - first - 3)), registry_),
-                  line.substr(second + 3));
-        ++count;
+        EXPECT_EQ(target->second(Input(row[1]), registry_), row[2]);
     }
-    EXPECT_GT(count, 100);
 }
 
 TEST_F(Conversions, ATextIsReadWholeAndAnUnregisteredEnumerationIsNamedByItsIdentity) {
@@ -160,15 +147,15 @@ TEST_F(Conversions, ToBindingReplacesWhatTheResultHeldAndRefusesUnregisteredStru
     BindingProperty result;
     result.Member("stale").SetBool(true);
     ToBinding(result, Sparse{}, registry_);
-    EXPECT_EQ(Outcome(result), "structure{key:structure{number:signed(0),region:string(),},}");
+    EXPECT_EQ(Outcome(result), R"({key: {number: signed:0, region: string:""}})");
     result.SetError("old");
     ToBinding(result, true, registry_);
-    EXPECT_EQ(Outcome(result), "bool(true)");
+    EXPECT_EQ(Outcome(result), "bool:true");
     BindingProperty failedObject;
     failedObject.SetError("inner");
     result.SetError("old");
     ToBinding(result, failedObject, registry_);
-    EXPECT_EQ(Outcome(result), "structure{error:string(inner),}");
+    EXPECT_EQ(Outcome(result), R"({error: string:"inner"})");
 
     const std::string message = "Couldn't convert native value because it's an unregistered structure.";
     EXPECT_EQ(ToBinding(Unregistered{}, registry_).GetError(), message);

@@ -6,7 +6,9 @@
 #include <limits>
 #include <string>
 
+#include "codec/json_writer.h"
 #include "sample_model.h"
+#include "support/nested_text.h"
 
 namespace wex {
 namespace {
@@ -45,30 +47,34 @@ TEST(HostValueToBinding, EachTagGivesItsKindContainersNestAndAnythingElseFailsTh
     loop[0] = Tagged(HostValueArray, loop, 1);
     HostValue shared[] = {Tagged(HostValueNone)};
     HostValue twice[] = {Tagged(HostValueArray, shared, 1), Tagged(HostValueArray, shared, 1)};
+    HostObjectMember sharedMembers[] = {{"a", Tagged(HostValueNone), 0}};
+    HostValue twiceMembers[] = {Tagged(HostValueObject, sharedMembers, 1), Tagged(HostValueObject, sharedMembers, 1)};
     const struct {
         HostValue value;
         std::string described;
     } rows[] = {
-        {Tagged(HostValueNone), "empty()"},
-        {{HostValueBool, {.boolean = 1}}, "bool(true)"},
-        {{HostValueSigned, {.integer = std::numeric_limits<std::int64_t>::min()}}, "signed(-9223372036854775808)"},
-        {{HostValueUnsigned, {.natural = std::numeric_limits<std::uint64_t>::max()}}, "unsigned(18446744073709551615)"},
-        {{HostValueDouble, {.real = -0.5}}, "float(-0.500000)"},
-        {Tagged(HostValueBorrowedString, "borrowed"), "string(borrowed)"},
-        {Tagged(HostValueOwnedString, "abc\0def", 7), "string(abc)"},
-        {Tagged(HostValueBorrowedString), "string()"},
-        {Tagged(HostValueBorrowedBytes, bytes, 3), "blob(AAEC)"},
-        {Tagged(HostValueOwnedBytes, bytes, 1), "blob(AA==)"},
-        {Tagged(HostValueOwnedBytes, nullptr, 5), "blob()"},
-        {Tagged(HostValueArray, nullptr, 3), "collection[]"},
-        {Tagged(HostValueObject, nullptr, 3), "structure{}"},
-        {Tagged(HostValueObject, members, 5),
-         "structure{:empty(),a:bool(false),b:collection[empty(),string(x),],k:collection[string(new),],}"},
+        {Tagged(HostValueNone), "empty"},
+        {{HostValueBool, {.boolean = 1}}, "bool:true"},
+        {{HostValueSigned, {.integer = std::numeric_limits<std::int64_t>::min()}}, "signed:-9223372036854775808"},
+        {{HostValueUnsigned, {.natural = std::numeric_limits<std::uint64_t>::max()}}, "unsigned:18446744073709551615"},
+        {{HostValueDouble, {.real = -0.5}}, "float:-0.5"},
+        {Tagged(HostValueBorrowedString, "borrowed"), R"(string:"borrowed")"},
+        {Tagged(HostValueOwnedString, "abc\0def", 7), R"(string:"abc")"},
+        {Tagged(HostValueBorrowedString), R"(string:"")"},
+        {Tagged(HostValueBorrowedBytes, bytes, 3), "blob:AAEC"},
+        {Tagged(HostValueOwnedBytes, bytes, 1), "blob:AA=="},
+        {Tagged(HostValueOwnedBytes, nullptr, 5), "blob:"},
+        {Tagged(HostValueArray, nullptr, 3), "[]"},
+        {Tagged(HostValueObject, nullptr, 3), "{}"},
+        {Tagged(HostValueObject, members, 5), R"({: empty, a: bool:false, b: [empty, string:"x"], k: [string:"new"]})"},
         {Tagged(11), failed},
         {Tagged(0xFFFFFFFF), failed},
         {Tagged(HostValueArray, unknownInside, 2), failed},
         {loop[0], failed},
         {Tagged(HostValueArray, twice, 2), failed},
+        {Tagged(HostValueArray, twiceMembers, 2), failed},
+        // More elements than a collection can hold: refused before any is read.
+        {Tagged(HostValueArray, inner, 0xFFFFFFFF), "Out of memory"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.described);
@@ -109,25 +115,8 @@ TEST_F(BindingToHost, MembersComeInNameOrderWithOwnedNamesAndTextsAndBytesAreOwn
 }
 
 TEST_F(BindingToHost, AMillionLevelsConvertBothWaysAndRelease) {
-    constexpr int kDepth = 1000000;
-    BindingProperty deep;
-    BindingProperty* node = &deep;
-    for (int level = 0; level < kDepth; ++level) {
-        node = &node->At(0);
-    }
-    node->SetSigned(5);
-
-    ASSERT_TRUE(BindingToHostValue(deep, host_, nullptr));
-    const BindingProperty back = HostValueToBinding(host_, "value");
-    ASSERT_TRUE(back.IsValid());
-    const BindingProperty* walk = &back;
-    int depth = 0;
-    while (walk->Kind() == BindingPropertyKind::Collection) {
-        walk = &walk->At(0);
-        ++depth;
-    }
-    EXPECT_EQ(depth, kDepth);
-    EXPECT_EQ(walk->AsInt64(), 5);
+    ASSERT_TRUE(BindingToHostValue(tav::test::NestedCollections(1000000, 5), host_, nullptr));
+    EXPECT_EQ(WriteJson(HostValueToBinding(host_, "value")), tav::test::NestedText(1000000, "5"));
 }
 
 }  // namespace

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "binding/property.h"
+#include "support/describe_value.h"
 #include "types/native_conversion.h"
 #include "types/registry.h"
 
@@ -94,39 +95,19 @@ class SampleRegistry : public ::testing::Test {
 
 namespace wex::test {
 
-// A canonical text of a tree, to compare whole trees.
-inline std::string Describe(const BindingProperty& value) {
-    std::string text(BindingPropertyKindName(value.Kind()));
-    if (value.Kind() == BindingPropertyKind::Collection) {
-        text += "[";
-        for (const BindingProperty& element : value.Elements()) {
-            text += Describe(element) + ",";
-        }
-        return text + "]";
-    }
-    if (value.Kind() == BindingPropertyKind::Structure) {
-        text += "{";
-        for (const BindingMember member : value.Members()) {
-            text += std::string(member.name) + ":" + Describe(member.value) + ",";
-        }
-        return text + "}";
-    }
-    return text + "(" + value.ToString() + ")";
-}
-
-// Describe of a valid value, else its message.
+// The picture of a valid value, else its message.
 inline std::string Outcome(const BindingProperty& value) {
-    return value.IsValid() ? Describe(value) : std::string(value.GetError());
+    return value.IsValid() ? tav::test::DescribeValue(value) : std::string(value.GetError());
 }
 
-// Numbers in their shortest exact form, anything else as Describe shows its binding form.
+// Numbers in their shortest exact form, anything else as the picture of its binding form.
 template <class T>
 std::string Show(const T& value, const BindingTypeRegistry& registry) {
     if constexpr (std::is_arithmetic_v<T> && !std::is_same_v<T, bool>) {
         char text[40];
         return std::string(text, std::to_chars(text, text + sizeof text, value).ptr);
     }
-    return Describe(ToBinding(value, registry));
+    return tav::test::DescribeValue(ToBinding(value, registry));
 }
 
 // The value each conversion starts from: 77, which no case converts to, or the type's default.
