@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "api/dispatcher.h"
+#include "api/live_addresses.h"
 #include "api/native_handler.h"
 #include "api/route_table.h"
 #include "support/route_expression.h"
@@ -44,7 +45,12 @@ struct Service {
         // The last route registered: every other route is tried first.
         path = "/svc" + std::to_string(routeCount - 1) + "/v1/items/42?limit=10&verbose=true";
         context = {nullptr, routes.Routes().back()};
+        // As a module's API table does: the entry refuses a context it does not know as live.
+        wex::LiveEndpointContexts().Add(&context);
     }
+    ~Service() { wex::LiveEndpointContexts().Remove(&context); }
+    Service(const Service&) = delete;
+    Service& operator=(const Service&) = delete;
 
     HostRequest Request() const {
         HostRequest request{};
