@@ -162,7 +162,9 @@ std::string OpenApiPath(std::string_view path, std::vector<std::string>* names =
             if (names != nullptr) {
                 names->emplace_back(name);
             }
-            converted += "{" + std::string(name) + "}";
+            converted += '{';
+            converted += name;
+            converted += '}';
             at = end;
         } else {
             converted += path[at];

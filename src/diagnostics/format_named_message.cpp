@@ -91,7 +91,11 @@ class TemplateTranslator {
   private:
     // "%N$s" writes the value in its kind's default form: "s" is replaced by the
     // default conversion of every kind but text.
-    void AppendValueReference() { format_ += "%" + std::to_string(++count_) + "$"; }
+    void AppendValueReference() {
+        format_ += '%';
+        format_ += std::to_string(++count_);
+        format_ += '$';
+    }
 
     std::size_t NamedPlaceholder(std::string_view text, std::size_t open) {
         std::size_t close = text.find('}', open + 1);
