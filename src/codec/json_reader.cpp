@@ -1,5 +1,6 @@
 #include "codec/json_reader.h"
 
+#include <cstdint>
 #include <cstring>
 #include <string_view>
 
@@ -57,8 +58,31 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
   private:
     // Texts are taken as zero-terminated, so an escaped NUL ends them.
     static std::string_view UpToNul(const char* text, rapidjson::SizeType length) {
-        const void* nul = std::memchr(text, '\0', length);
-        return {text, nul != nullptr ? static_cast<std::size_t>(static_cast<const char*>(nul) - text) : length};
+        if (!HasZeroByte(text, length)) {
+            return {text, length};
+        }
+        return {text, static_cast<std::size_t>(static_cast<const char*>(std::memchr(text, '\0', length)) - text)};
+    }
+
+    // Eight bytes at a time and inline: most texts are short, and a library
+    // call for each cost a tenth of a read.
+    static bool HasZeroByte(const char* text, std::size_t length) {
+        constexpr std::uint64_t kOnes = 0x0101010101010101u;
+        constexpr std::uint64_t kHighs = 0x8080808080808080u;
+        std::size_t index = 0;
+        for (; index + 8 <= length; index += 8) {
+            std::uint64_t word;
+            std::memcpy(&word, text + index, 8);
+            if (((word - kOnes) & ~word & kHighs) != 0) {
+                return true;
+            }
+        }
+        for (; index < length; ++index) {
+            if (text[index] == '\0') {
+                return true;
+            }
+        }
+        return false;
     }
 
     // Refusing a level stops the reader, which reports a handler error there.

@@ -232,7 +232,7 @@ class YamlTreeBuilder {
     void Scalar(const decltype(yaml_event_t::data.scalar)& scalar) {
         const std::string_view tag = Text(scalar.tag);
         const std::string_view text(reinterpret_cast<const char*>(scalar.value), scalar.length);
-        const std::string anchor(Text(scalar.anchor));
+        const std::string_view anchor = Text(scalar.anchor);
         if (InKeyPosition()) {
             if (!tag.empty() && tag != "tag:yaml.org,2002:str") {
                 Fail("Invalid mapping key. Only string scalar keys are allowed. At line: %1 col: %2");
@@ -242,7 +242,7 @@ class YamlTreeBuilder {
             if (!anchor.empty()) {
                 BindingProperty key;
                 key.SetString(text);
-                Check(anchors_.Add(anchor, key), anchor);
+                Check(anchors_.Add(std::string(anchor), key), std::string(anchor));
             }
             return;
         }
@@ -251,7 +251,7 @@ class YamlTreeBuilder {
         BindingProperty& slot = builder_.NextValue();
         SetYamlScalar(root_, slot, tag, text, quoted);
         if (root_.IsValid() && !anchor.empty()) {
-            Check(anchors_.Add(anchor, slot), anchor);
+            Check(anchors_.Add(std::string(anchor), slot), std::string(anchor));
         }
     }
 

@@ -4,7 +4,6 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
-#include <cstring>
 #include <optional>
 
 #include "binding/value_text.h"
@@ -38,7 +37,8 @@ bool IsNullWord(std::string_view text) {
 // Only these can begin a finite number for the runtime's conversion, which
 // also skips leading white space; the test spares the conversion for words.
 bool MayBeNumber(char first) {
-    return std::strchr("0123456789+-. \t\n\v\f\r", first) != nullptr;
+    return (first >= '0' && first <= '9') || first == '+' || first == '-' || first == '.' || first == ' ' ||
+           (first >= '\t' && first <= '\r');
 }
 
 // Whether the runtime's string-to-double conversion reads the whole text.
