@@ -12,13 +12,23 @@
 
 namespace wex {
 
-CollectionRecord* CollectionRecord::Create(BindingDocument& document) {
-    return new (document.Pool().Allocate(sizeof(CollectionRecord))) CollectionRecord{nullptr, nullptr, 0, 0};
+namespace {
+
+// The most elements a collection may hold: its sizes are 32-bit.
+void CheckElementCount(std::size_t count) {
+    if (count > std::numeric_limits<std::uint32_t>::max() / sizeof(BindingProperty)) {
+        throw std::bad_alloc();
+    }
 }
 
+}  // namespace
+
 CollectionRecord* CollectionRecord::Create(BindingDocument& document, std::size_t count) {
-    CollectionRecord* record = Create(document);
-    record->Reserve(document, count);
+    CheckElementCount(count);
+    const auto room = static_cast<std::uint32_t>(count);
+    void* memory = document.Pool().Allocate(sizeof(CollectionRecord) + std::size_t{room} * sizeof(BindingProperty));
+    auto* record = new (memory) CollectionRecord{nullptr, nullptr, 0, room, room};
+    record->items = record->OwnRoom();
     return record;
 }
 
@@ -26,15 +36,13 @@ void CollectionRecord::Reserve(BindingDocument& document, std::size_t count) {
     if (count <= capacity) {
         return;
     }
-    if (count > std::numeric_limits<std::uint32_t>::max() / sizeof(BindingProperty)) {
-        throw std::bad_alloc();
-    }
+    CheckElementCount(count);
     const std::size_t newCapacity = DocumentPool::UsableSize(count * sizeof(BindingProperty)) / sizeof(BindingProperty);
     void* array = document.Pool().Allocate(newCapacity * sizeof(BindingProperty));
-    if (items != nullptr) {
-        // Nodes hold no pointer to themselves or to their parents, so copying
-        // their bytes moves them.
-        std::memcpy(array, static_cast<void*>(items), std::size_t{size} * sizeof(BindingProperty));
+    // Nodes hold no pointer to themselves or to their parents, so copying
+    // their bytes moves them.
+    std::memcpy(array, static_cast<void*>(items), std::size_t{size} * sizeof(BindingProperty));
+    if (items != OwnRoom()) {
         document.Pool().Release(items, std::size_t{capacity} * sizeof(BindingProperty));
     }
     items = static_cast<BindingProperty*>(array);
@@ -46,10 +54,10 @@ void CollectionRecord::Grow(BindingDocument& document) {
 }
 
 void CollectionRecord::Destroy(BindingDocument& document) noexcept {
-    if (items != nullptr) {
+    if (items != OwnRoom()) {
         document.Pool().Release(items, std::size_t{capacity} * sizeof(BindingProperty));
     }
-    document.Pool().Release(this, sizeof(CollectionRecord));
+    document.Pool().Release(this, OwnBytes());
 }
 
 namespace {
@@ -402,9 +410,9 @@ void PropertyTree::Copy(const BindingProperty& source, BindingProperty& target) 
         BindingDocument& document = to->Document();
         if (from->kind_ == BindingPropertyKind::Collection) {
             const CollectionRecord& elements = *from->payload_.collection;
-            to->MakeCollection();
+            to->payload_.collection = CollectionRecord::Create(document, elements.size);
+            to->kind_ = BindingPropertyKind::Collection;
             CollectionRecord& copies = *to->payload_.collection;
-            copies.Reserve(document, elements.size);
             for (std::uint32_t index = 0; index < elements.size; ++index) {
                 copyOrQueue(elements.items[index], copies.Append(document));
             }

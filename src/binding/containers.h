@@ -17,15 +17,17 @@ namespace wex {
 class BindingDocument;
 
 // The heap part of a "collection" node: its elements in one array of the
-// document's pool.
-struct CollectionRecord {
+// document's pool. A collection made for a known count holds them in its own
+// allocation, just after the record, until it outgrows that room.
+struct alignas(BindingProperty) CollectionRecord {
     CollectionRecord* pendingNext;  // used only while its tree is being released
     BindingProperty* items;
     std::uint32_t size;
     std::uint32_t capacity;
+    std::uint32_t ownRoom;  // elements the record's own allocation holds
 
-    static CollectionRecord* Create(BindingDocument& document);
-    // With room for count elements. Throws std::bad_alloc.
+    static CollectionRecord* Create(BindingDocument& document) { return Create(document, 0); }
+    // With room for count elements in one allocation. Throws std::bad_alloc.
     static CollectionRecord* Create(BindingDocument& document, std::size_t count);
 
     // Each may throw std::bad_alloc, leaving the record as it was.
@@ -41,6 +43,8 @@ struct CollectionRecord {
     void Destroy(BindingDocument& document) noexcept;
 
   private:
+    BindingProperty* OwnRoom() { return reinterpret_cast<BindingProperty*>(this + 1); }
+    std::size_t OwnBytes() const { return sizeof(CollectionRecord) + std::size_t{ownRoom} * sizeof(BindingProperty); }
     void Grow(BindingDocument& document);
 };
 

@@ -70,6 +70,27 @@ TEST(BindingTreeBuilder, ReportsItsStateBetweenStepsAndGivesBackTheStringsOfDrop
     EXPECT_EQ(EntryOf(root.Member("a"))->references, 1u);
 }
 
+// A built collection holds its elements in its own record until it grows;
+// at 100 elements that record is past the pool's largest size class.
+TEST(BindingTreeBuilder, ACollectionGrowsPastTheRoomItWasBuiltWith) {
+    for (const int count : {2, 100}) {
+        SCOPED_TRACE(count);
+        std::string script = "[";
+        std::string json = "[";
+        for (int index = 0; index <= count; ++index) {
+            script += index < count ? " " + std::to_string(index) : " ]";
+            json += std::to_string(index) + (index < count ? "," : "]");
+        }
+        BindingProperty root;
+        BindingTreeBuilder builder(root);
+        Play(builder, script);
+        root.At(count).SetSigned(count);
+        EXPECT_EQ(WriteJson(root), json);
+        const BindingProperty copy(root);
+        EXPECT_EQ(WriteJson(copy), json);
+    }
+}
+
 TEST(BindingTreeBuilder, AFailedRootDropsThePartsBuiltSoFar) {
     BindingProperty root;
     {
