@@ -131,12 +131,39 @@ void DocumentPool::ReleaseLarge(void* memory) noexcept {
 
 namespace {
 
+template <class Word>
+Word LoadBytes(const char* bytes) {
+    Word word;
+    std::memcpy(&word, bytes, sizeof word);
+    return word;
+}
+
 struct EmptyEntryStorage {
     StringEntry entry;
     char text;
 };
 constinit EmptyEntryStorage emptyEntry{{nullptr, 0, 2166136261u, 0, 0}, '\0'};
 static_assert(offsetof(EmptyEntryStorage, text) == sizeof(StringEntry));
+
+// Whether two texts of the same length hold the same bytes. Names and short
+// values are found far more often than they are added, so short texts are
+// compared inline, not by a library call: up to 16 bytes with two
+// overlapping loads of each.
+bool SameBytes(const char* first, const char* second, std::size_t length) {
+    if (length > 16) {
+        return std::memcmp(first, second, length) == 0;
+    }
+    if (length >= 8) {
+        return LoadBytes<std::uint64_t>(first) == LoadBytes<std::uint64_t>(second) &&
+               LoadBytes<std::uint64_t>(first + length - 8) == LoadBytes<std::uint64_t>(second + length - 8);
+    }
+    for (std::size_t index = 0; index < length; ++index) {
+        if (first[index] != second[index]) {
+            return false;
+        }
+    }
+    return true;
+}
 
 std::size_t EntrySize(std::size_t length) {
     return sizeof(StringEntry) + length + 1;
@@ -158,8 +185,7 @@ StringEntry* StringInternTable::Intern(std::string_view text, std::uint32_t hash
     }
     StringEntry** bucket = &buckets_[hash & (bucketCount_ - 1)];
     for (StringEntry* entry = *bucket; entry != nullptr; entry = entry->next) {
-        if (entry->hash == hash && entry->length == text.size() &&
-            std::memcmp(entry->Text(), text.data(), text.size()) == 0) {
+        if (entry->hash == hash && entry->length == text.size() && SameBytes(entry->Text(), text.data(), text.size())) {
             ++entry->references;
             return entry;
         }

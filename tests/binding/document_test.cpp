@@ -6,6 +6,8 @@
 #include <cstring>
 #include <set>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "binding/fnv1a.h"
@@ -130,6 +132,29 @@ TEST_F(StringInternTableTest, StartsWithEightBucketsAndDoublesPastOneEntryPerBuc
         ASSERT_EQ(table_.Intern(text)->references, 2u) << text;
     }
     EXPECT_EQ(table_.Count(), 1000u);
+}
+
+// Pairs of texts of one length and one hash, different where each way of
+// comparing looks: byte by byte, the first and the last eight bytes, and the
+// library's comparison past sixteen.
+TEST_F(StringInternTableTest, TextsOfTheSameHashAndLengthAreTwoEntries) {
+    const std::pair<std::string_view, std::string_view> pairs[] = {
+        {"wE4300", "S20400"},
+        {"wE43ijklmnop", "S204ijklmnop"},
+        {"abcdefghqG43", "abcdefghm004"},
+        {"abcdefghijklmnopGE43", "abcdefghijklmnopc204"},
+    };
+    for (const auto& [first, second] : pairs) {
+        SCOPED_TRACE(first);
+        ASSERT_EQ(Fnv1a32(first), Fnv1a32(second));
+        StringEntry* firstEntry = table_.Intern(first);
+        StringEntry* secondEntry = table_.Intern(second);
+        EXPECT_NE(firstEntry, secondEntry);
+        EXPECT_EQ(firstEntry->View(), first);
+        EXPECT_EQ(secondEntry->View(), second);
+        EXPECT_EQ(table_.Intern(first), firstEntry);
+    }
+    EXPECT_EQ(table_.Count(), 8u);
 }
 
 }  // namespace
