@@ -6,7 +6,8 @@
 //   ReadYaml        vs a bare libyaml event loop that builds nothing, and yaml-cpp's Load
 // Two floors show what interning every key and string costs before any tree is
 // built: rapidjson's reader with a handler that only hashes the texts
-// (FNV-1a, as the intern table does), and FNV-1a over the texts alone.
+// (FNV-1a, as the intern table does), and FNV-1a over the texts alone. A third
+// times the tree builder alone, fed the corpus' steps with nothing to read.
 #include <benchmark/benchmark.h>
 #include <yaml-cpp/yaml.h>
 #include <yaml.h>
@@ -19,12 +20,14 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <memory>
 #include <msgpack.hpp>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
 
 #include "binding/fnv1a.h"
+#include "binding/tree_builder.h"
 #include "codec/json_reader.h"
 #include "codec/json_writer.h"
 #include "codec/msgpack_reader.h"
@@ -32,12 +35,22 @@
 
 namespace {
 
+// One call on the tree builder; texts and values are read from the parsed
+// corpus, which the steps keep alive.
+struct BuildStep {
+    enum class Kind : std::uint8_t { Collection, Structure, Close, Key, Value } kind;
+    std::string_view name;                         // for Key
+    const wex::BindingProperty* value = nullptr;  // for Value
+};
+
 struct Corpus {
     std::string name;
     std::string json;
     std::vector<std::uint8_t> msgpack;
     std::string yaml;
     std::vector<std::string> texts;  // every member name and string value
+    std::shared_ptr<const wex::BindingProperty> parsed;
+    std::vector<BuildStep> steps;  // that build parsed again, members in their stored order
 };
 
 std::string ReadFile(const std::filesystem::path& path) {
@@ -104,6 +117,46 @@ std::vector<std::string> TextsOf(const wex::BindingProperty& root) {
     return texts;
 }
 
+// The corpora nest only a few levels.
+void AppendBuildSteps(std::vector<BuildStep>& steps, const wex::BindingProperty& node) {
+    const bool isStructure = node.Kind() == wex::BindingPropertyKind::Structure;
+    if (!isStructure && node.Kind() != wex::BindingPropertyKind::Collection) {
+        steps.push_back({BuildStep::Kind::Value, {}, &node});
+        return;
+    }
+    steps.push_back({isStructure ? BuildStep::Kind::Structure : BuildStep::Kind::Collection, {}});
+    for (const wex::BindingProperty& element : node.Elements()) {
+        AppendBuildSteps(steps, element);
+    }
+    for (const wex::BindingMember member : node.Members()) {
+        steps.push_back({BuildStep::Kind::Key, member.name});
+        AppendBuildSteps(steps, member.value);
+    }
+    steps.push_back({BuildStep::Kind::Close, {}});
+}
+
+void SetValue(wex::BindingProperty& slot, const wex::BindingProperty& value) {
+    switch (value.Kind()) {
+        case wex::BindingPropertyKind::String:
+            slot.SetString(value.AsString());
+            break;
+        case wex::BindingPropertyKind::Signed:
+            slot.SetSigned(value.AsInt64());
+            break;
+        case wex::BindingPropertyKind::Unsigned:
+            slot.SetUnsigned(value.AsUnsigned());
+            break;
+        case wex::BindingPropertyKind::Float:
+            slot.SetFloat(value.AsDouble());
+            break;
+        case wex::BindingPropertyKind::Bool:
+            slot.SetBool(value.ToBool());
+            break;
+        default:
+            break;
+    }
+}
+
 void SetBytes(benchmark::State& state, std::size_t size) {
     state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * size));
 }
@@ -166,6 +219,36 @@ void Fnv1aOfTheTextsFloor(benchmark::State& state, const Corpus& corpus) {
             sum += wex::Fnv1a32(text);
         }
         benchmark::DoNotOptimize(sum);
+    }
+    SetBytes(state, corpus.msgpack.size());
+}
+
+// What any reader on the tree builder pays with nothing to read: interning,
+// allocation, and moving each value into its container.
+void TreeBuilderFloor(benchmark::State& state, const Corpus& corpus) {
+    for (auto _ : state) {
+        wex::BindingProperty root;
+        wex::BindingTreeBuilder builder(root);
+        for (const BuildStep& step : corpus.steps) {
+            switch (step.kind) {
+                case BuildStep::Kind::Collection:
+                    builder.OpenCollection();
+                    break;
+                case BuildStep::Kind::Structure:
+                    builder.OpenStructure();
+                    break;
+                case BuildStep::Kind::Close:
+                    builder.Close();
+                    break;
+                case BuildStep::Kind::Key:
+                    builder.Key(step.name);
+                    break;
+                case BuildStep::Kind::Value:
+                    SetValue(builder.NextValue(), *step.value);
+                    break;
+            }
+        }
+        benchmark::DoNotOptimize(root);
     }
     SetBytes(state, corpus.msgpack.size());
 }
@@ -264,11 +347,13 @@ int main(int argc, char** argv) {
     }
     std::vector<Corpus> corpora;
     for (const char* name : {"canada", "citm_catalog", "twitter"}) {
-        Corpus corpus{name, ReadFile(data / (std::string(name) + ".json")), {}, {}, {}};
+        Corpus corpus{name, ReadFile(data / (std::string(name) + ".json")), {}, {}, {}, {}, {}};
         corpus.msgpack = nlohmann::json::to_msgpack(nlohmann::json::parse(corpus.json));
         const wex::BindingProperty parsed = wex::ParseJson(corpus.json);
         AppendBlockYaml(corpus.yaml, parsed, "");
         corpus.texts = TextsOf(parsed);
+        corpus.parsed = std::make_shared<const wex::BindingProperty>(parsed);
+        AppendBuildSteps(corpus.steps, *corpus.parsed);
         const wex::BindingProperty yaml = wex::ReadYaml(corpus.yaml);
         if (!yaml.IsValid()) {
             std::printf("The YAML form of %s does not read: %s\n", name, std::string(yaml.GetError()).c_str());
@@ -286,6 +371,7 @@ int main(int argc, char** argv) {
         Register("ReadMessagePack", ReadMessagePackBinding, corpus);
         Register("ReadMessagePack_MsgpackC", ReadMessagePackMsgpackC, corpus);
         Register("ReadMessagePack_Fnv1aOfTheTextsFloor", Fnv1aOfTheTextsFloor, corpus);
+        Register("ReadMessagePack_TreeBuilderFloor", TreeBuilderFloor, corpus);
         Register("ReadYaml", ReadYamlBinding, corpus);
         Register("ReadYaml_BareLibyamlEvents", ReadYamlBareEvents, corpus);
         Register("ReadYaml_YamlCpp", ReadYamlYamlCpp, corpus);
