@@ -64,9 +64,12 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
         return {text, static_cast<std::size_t>(static_cast<const char*>(std::memchr(text, '\0', length)) - text)};
     }
 
-    // Eight bytes at a time and inline: most texts are short, and a library
-    // call for each cost a tenth of a read.
+    // Short texts eight bytes at a time and inline: most texts are short, and
+    // a library call for each cost a tenth of a read.
     static bool HasZeroByte(const char* text, std::size_t length) {
+        if (length > 32) {
+            return std::memchr(text, '\0', length) != nullptr;
+        }
         constexpr std::uint64_t kOnes = 0x0101010101010101u;
         constexpr std::uint64_t kHighs = 0x8080808080808080u;
         std::size_t index = 0;
