@@ -2,9 +2,11 @@
 
 #include <array>
 #include <cmath>
+#include <cstring>
 #include <cstdint>
 #include <limits>
 #include <span>
+#include <string_view>
 #include <vector>
 
 #include "binding/rapidjson.h"
@@ -32,24 +34,80 @@ constexpr std::array<char, 256> kEscapes = [] {
     return escapes;
 }();
 
-// rapidjson's compact writer with its own string path: the same escapes, but
-// written through a local pointer, where rapidjson's loop reloads its buffer's
-// end after every byte it stores.
-class CompactWriter : public rapidjson::Writer<rapidjson::StringBuffer> {
+// Compact JSON straight into the buffer, in rapidjson's number forms and
+// escapes. rapidjson's writer keeps a stack of levels to place its commas and
+// reloads its buffer's end after every byte of a string; here one flag places
+// the commas and texts are written through a local pointer.
+class CompactWriter {
   public:
-    using Writer::Writer;
+    explicit CompactWriter(rapidjson::StringBuffer& out) : out_(out) {}
 
-    bool String(const char* text, rapidjson::SizeType length, bool = false) {
-        Prefix(rapidjson::kStringType);
-        return EndValue(WriteText(text, length));
+    void Null() { Literal("null"); }
+    void Bool(bool value) { Literal(value ? std::string_view("true") : std::string_view("false")); }
+    void Int(int value) {
+        Number<11>([value](char* buffer) { return rapidjson::internal::i32toa(value, buffer); });
     }
-    bool Key(const char* text, rapidjson::SizeType length, bool = false) { return String(text, length); }
+    void Uint(unsigned value) {
+        Number<10>([value](char* buffer) { return rapidjson::internal::u32toa(value, buffer); });
+    }
+    void Int64(std::int64_t value) {
+        Number<21>([value](char* buffer) { return rapidjson::internal::i64toa(value, buffer); });
+    }
+    void Uint64(std::uint64_t value) {
+        Number<20>([value](char* buffer) { return rapidjson::internal::u64toa(value, buffer); });
+    }
+    // Finite values only, as rapidjson's writer takes them.
+    void Double(double value) {
+        Number<25>([value](char* buffer) { return rapidjson::internal::dtoa(value, buffer); });
+    }
+    void String(const char* text, rapidjson::SizeType length) {
+        Separate();
+        WriteText(text, length);
+        afterValue_ = true;
+    }
+    void Key(const char* text, rapidjson::SizeType length) {
+        Separate();
+        WriteText(text, length);
+        out_.Put(':');
+        afterValue_ = false;
+    }
+    void StartObject() { Open('{'); }
+    void EndObject() { Close('}'); }
+    void StartArray() { Open('['); }
+    void EndArray() { Close(']'); }
 
   private:
-    bool WriteText(const char* text, std::size_t length) {
+    void Separate() {
+        if (afterValue_) {
+            out_.Put(',');
+        }
+    }
+    void Literal(std::string_view text) {
+        Separate();
+        std::memcpy(out_.Push(text.size()), text.data(), text.size());
+        afterValue_ = true;
+    }
+    template <std::size_t kMaxLength, class Format>
+    void Number(Format format) {
+        Separate();
+        char* const start = out_.Push(kMaxLength);
+        out_.Pop(kMaxLength - static_cast<std::size_t>(format(start) - start));
+        afterValue_ = true;
+    }
+    void Open(char bracket) {
+        Separate();
+        out_.Put(bracket);
+        afterValue_ = false;
+    }
+    void Close(char bracket) {
+        out_.Put(bracket);
+        afterValue_ = true;
+    }
+
+    void WriteText(const char* text, std::size_t length) {
         static constexpr char kHexDigits[] = "0123456789ABCDEF";
         const std::size_t reserved = 2 + length * 6;  // every byte could take six
-        char* const start = os_->Push(reserved);
+        char* const start = out_.Push(reserved);
         char* out = start;
         *out++ = '"';
         for (const char* end = text + length; text != end; ++text) {
@@ -69,9 +127,11 @@ class CompactWriter : public rapidjson::Writer<rapidjson::StringBuffer> {
             }
         }
         *out++ = '"';
-        os_->Pop(reserved - static_cast<std::size_t>(out - start));
-        return true;
+        out_.Pop(reserved - static_cast<std::size_t>(out - start));
     }
+
+    rapidjson::StringBuffer& out_;
+    bool afterValue_ = false;  // a comma goes before whatever comes next
 };
 
 // Walks the tree depth first with its own stack, one writer call per node.
