@@ -141,16 +141,16 @@ StructureRecord* StructureRecord::CreateFrom(BindingDocument& document, const St
 
 // Every chunk holds at least one member while the structure is not empty.
 template <class Key>
-StructureRecord::Slot StructureRecord::Locate(const Key& key) const {
+StructureRecord::Located StructureRecord::Locate(const Key& key) const {
     if (size == 0) {
-        return {0, 0, false};
+        return {{0, 0}, false};
     }
     // Names that arrive in ascending order go to the end without a search.
     const std::uint32_t lastChunk = chunkCount - 1;
     const int order = Compare(LastName(chunks[lastChunk]), key);
     if (order <= 0) {
         const std::uint32_t lastSize = chunks[lastChunk].size;
-        return order < 0 ? Slot{lastChunk, lastSize, false} : Slot{lastChunk, lastSize - 1, true};
+        return order < 0 ? Located{{lastChunk, lastSize}, false} : Located{{lastChunk, lastSize - 1}, true};
     }
     std::uint32_t low = 0;
     std::uint32_t high = lastChunk;
@@ -173,12 +173,12 @@ StructureRecord::Slot StructureRecord::Locate(const Key& key) const {
             last = middle;
         }
     }
-    return {low, first, Compare(*chunk.items[first].name, key) == 0};
+    return {{low, first}, Compare(*chunk.items[first].name, key) == 0};
 }
 
 const BindingProperty* StructureRecord::Find(std::string_view name) const {
-    const Slot slot = Locate(NameKey(name));
-    return slot.found ? &chunks[slot.chunk].items[slot.position].value : nullptr;
+    const auto [slot, found] = Locate(NameKey(name));
+    return found ? &chunks[slot.chunk].items[slot.position].value : nullptr;
 }
 
 BindingProperty& StructureRecord::FindOrAdd(BindingDocument& document, std::string_view name) {
@@ -192,8 +192,8 @@ BindingProperty& StructureRecord::FindOrAdd(BindingDocument& document, std::stri
 // Interning first costs little where a name is found, and lets every
 // comparison use the entry's prefix and settle equality by identity.
 BindingProperty& StructureRecord::FindOrAdd(BindingDocument& document, StringEntry* name) {
-    const Slot slot = Locate(*name);
-    if (slot.found) {
+    const auto [slot, found] = Locate(*name);
+    if (found) {
         document.Strings().Release(name);
         return chunks[slot.chunk].items[slot.position].value;
     }
@@ -201,7 +201,7 @@ BindingProperty& StructureRecord::FindOrAdd(BindingDocument& document, StringEnt
 }
 
 BindingProperty& StructureRecord::AddLast(BindingDocument& document, const StringEntry& name) {
-    const Slot end = size == 0 ? Slot{0, 0, false} : Slot{chunkCount - 1, chunks[chunkCount - 1].size, false};
+    const Slot end = size == 0 ? Slot{0, 0} : Slot{chunkCount - 1, chunks[chunkCount - 1].size};
     return Insert(document, end, document.Strings().Intern(name.View(), name.hash));
 }
 
@@ -254,7 +254,7 @@ void StructureRecord::MakeRoom(BindingDocument& document, Slot& slot) {
     MemberChunk& next = chunks[slot.chunk + 1];
     if (slot.chunk + 2 == chunkCount && slot.position == full.size) {
         // Appending past the last member starts a fresh chunk and leaves the full one full.
-        slot = {slot.chunk + 1, 0, false};
+        slot = {slot.chunk + 1, 0};
         return;
     }
     const std::uint32_t half = full.size / 2;
@@ -262,7 +262,7 @@ void StructureRecord::MakeRoom(BindingDocument& document, Slot& slot) {
     next.size = full.size - half;
     full.size = half;
     if (slot.position > half) {
-        slot = {slot.chunk + 1, slot.position - half, false};
+        slot = {slot.chunk + 1, slot.position - half};
     }
 }
 
@@ -284,8 +284,8 @@ void StructureRecord::AddChunkAfter(BindingDocument& document, std::uint32_t chu
 }
 
 bool StructureRecord::Remove(BindingDocument& document, std::string_view name) noexcept {
-    const Slot slot = Locate(NameKey(name));
-    if (!slot.found) {
+    const auto [slot, found] = Locate(NameKey(name));
+    if (!found) {
         return false;
     }
     MemberChunk& chunk = chunks[slot.chunk];

@@ -99,12 +99,15 @@ struct StructureRecord {
     struct Slot {
         std::uint32_t chunk;
         std::uint32_t position;
+    };
+    struct Located {
+        Slot slot;
         bool found;
     };
 
     // Where a name is, or would go. Key is a name entry of this document or a NameKey.
     template <class Key>
-    Slot Locate(const Key& key) const;
+    Located Locate(const Key& key) const;
     // Takes over the reference on name.
     BindingProperty& Insert(BindingDocument& document, Slot slot, StringEntry* name);
     void MakeRoom(BindingDocument& document, Slot& slot);
