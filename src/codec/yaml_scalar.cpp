@@ -74,11 +74,10 @@ bool SetPlainNumber(BindingProperty& slot, std::string_view text) {
 }
 
 void SetPlain(BindingProperty& slot, std::string_view text) {
-    if (IsNullWord(text)) {
-        slot.Reset();
-    } else if (SetPlainNumber(slot, text)) {
-        return;
-    } else if (const std::optional<bool> word = BoolWord(text)) {
+    if (IsNullWord(text) || SetPlainNumber(slot, text)) {
+        return;  // a null word leaves the new slot empty
+    }
+    if (const std::optional<bool> word = BoolWord(text)) {
         slot.SetBool(*word);
     } else {
         slot.SetString(text);

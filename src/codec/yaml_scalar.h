@@ -6,7 +6,7 @@
 
 namespace wex {
 
-// Sets slot from a YAML scalar in a value position, by its explicit tag
+// Sets slot, a new empty node, from a YAML scalar in a value position, by its explicit tag
 // (empty when it has none) and how it was written. text must be followed by a
 // zero byte.
 //

@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "binding/containers.h"
 #include "binding/fnv1a.h"
 #include "binding/page_store.h"
 
@@ -155,6 +156,32 @@ TEST_F(StringInternTableTest, TextsOfTheSameHashAndLengthAreTwoEntries) {
         EXPECT_EQ(table_.Intern(first), firstEntry);
     }
     EXPECT_EQ(table_.Count(), 8u);
+}
+
+// A document lives as long as its root, so what its values drop must go back
+// to its pool at once: blob records, and the chunks a structure empties.
+TEST(BindingDocument, GivesWhatItsValuesDropBackToItsPool) {
+    BindingDocument document;
+    for (int round = 0; round < 1000; ++round) {
+        document.DeleteBlob(document.NewBlob({1, 2, 3}));
+    }
+    EXPECT_EQ(document.Pool().PageCount(), 0u);
+
+    StructureRecord* record = StructureRecord::Create(document);
+    std::size_t pagesAfterFirstRound = 0;
+    for (int round = 0; round < 20; ++round) {
+        for (std::uint32_t index = 0; index < 3 * StructureRecord::kMaxChunkItems; ++index) {
+            record->FindOrAdd(document, std::to_string(100000 + index));
+        }
+        for (std::uint32_t index = 0; index < 3 * StructureRecord::kMaxChunkItems; ++index) {
+            ASSERT_TRUE(record->Remove(document, std::to_string(100000 + index)));
+        }
+        if (round == 0) {
+            pagesAfterFirstRound = document.Pool().PageCount();
+        }
+    }
+    EXPECT_EQ(document.Pool().PageCount(), pagesAfterFirstRound);
+    record->Destroy(document);
 }
 
 }  // namespace

@@ -126,6 +126,9 @@ TEST(BindingProperty, NodesOfOneTreeWithTheSameTextShareOneCountedEntryAndTheEmp
     tree.At(4).SetString("GOLD");
     tree.At(4).SetString("SILVER");  // a text set over another lets the old one go
     EXPECT_EQ(entry->references, 1u);
+    tree.At(5).At(0).SetString("GOLD");
+    tree.At(5).Reset();  // a collection lets its elements' texts go
+    EXPECT_EQ(entry->references, 1u);
     BindingProperty other;
     other.SetString("GOLD");
     EXPECT_NE(EntryOf(other), entry);

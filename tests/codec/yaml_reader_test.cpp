@@ -59,6 +59,9 @@ TEST(ReadYaml, CopiesOfNestedAliasesAreBounded) {
     EXPECT_EQ(fewer.Member("l4").Size(), 10u);
     EXPECT_EQ(fewer.Member("l4").At(9).At(9).At(9).At(9).At(9).AsString(), "x");
     EXPECT_EQ(Read(NestedAliases(7)), "Too many nodes created by aliases (more than 1000000). At line: 6 col: 40");
+    // An alias in key position is held to the same budget.
+    EXPECT_EQ(Read(NestedAliases(5) + "l5: [*l4, *l4, *l4, *l4, *l4, *l4]\nk: {*l4 : 1}"),
+              "Too many nodes created by aliases (more than 1000000). At line: 7 col: 5");
 }
 
 }  // namespace
