@@ -159,7 +159,8 @@ TEST_F(StringInternTableTest, TextsOfTheSameHashAndLengthAreTwoEntries) {
 }
 
 // A document lives as long as its root, so what its values drop must go back
-// to its pool at once: blob records, and the chunks a structure empties.
+// to its pool at once: blob records, the chunks a structure empties, and the
+// containers of a value that is reset.
 TEST(BindingDocument, GivesWhatItsValuesDropBackToItsPool) {
     BindingDocument document;
     for (int round = 0; round < 1000; ++round) {
@@ -181,6 +182,18 @@ TEST(BindingDocument, GivesWhatItsValuesDropBackToItsPool) {
         }
     }
     EXPECT_EQ(document.Pool().PageCount(), pagesAfterFirstRound);
+
+    // Containers inside a value go with it.
+    BindingProperty& slot = record->FindOrAdd(document, "slot");
+    for (int round = 0; round < 1000; ++round) {
+        slot.Member("structure").At(0).SetSigned(round);
+        slot.Reset();
+        if (round == 0) {
+            pagesAfterFirstRound = document.Pool().PageCount();
+        }
+    }
+    EXPECT_EQ(document.Pool().PageCount(), pagesAfterFirstRound);
+    record->Remove(document, "slot");
     record->Destroy(document);
 }
 
