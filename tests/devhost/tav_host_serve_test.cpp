@@ -16,11 +16,14 @@ namespace {
 using ::testing::HasSubstr;
 
 // tav-host started as `make run` starts it, but on a free port, with its output read through a pipe. The shell
-// prints its own process id, which tav-host takes over.
+// prints its own process id, which tav-host takes over. It is killed with the test, should a timeout end the test
+// before the host.
 class ServedHost {
   public:
     ServedHost()
-        : output_(popen(("echo $$; exec " + std::string(TAV_HOST_PATH) + " serve --port 0 2>&1").c_str(), "r")),
+        : output_(popen(("echo $$; exec setpriv --pdeathsig KILL " + std::string(TAV_HOST_PATH) + " serve --port 0 2>&1")
+                            .c_str(),
+                        "r")),
           pid_(std::stoi(ReadUntil(""))) {}
     ~ServedHost() {
         if (output_ != nullptr) {
