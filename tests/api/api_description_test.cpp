@@ -57,13 +57,19 @@ TEST(ApiDescription, DescribesEachRecordInFullSortedByName) {
     BindingTypeRegistry registry;
     RegisterSample(registry);
     RegisterBuiltinTypes(registry);
+    BindingFunctionInfo later;
+    later.name = "ListStandings";
+    registry.AddFunction(later);
+    std::vector<const BindingFunctionInfo*> functions = registry.Functions();
+    std::reverse(functions.begin(), functions.end());
     std::vector<const BindingTypeInfo*> types = registry.Types();
     std::reverse(types.begin(), types.end());
     const BindingProperty description =
-        BuildApiDescription(registry, registry.Functions(), types, registry.Events(), BindingHelpFormat::Full);
+        BuildApiDescription(registry, functions, types, registry.Events(), BindingHelpFormat::Full);
     ASSERT_TRUE(description.IsValid()) << description.GetError();
 
-    EXPECT_EQ(WriteJson(description.Member("functions")), tav::test::ExpectedText("functions"));
+    ASSERT_EQ(description.Member("functions").Size(), 2u);
+    EXPECT_EQ(WriteJson(description.Member("functions").At(0)), tav::test::ExpectedText("GetStandings"));
     EXPECT_EQ(WriteJson(description.Member("events")), tav::test::ExpectedText("events"));
     const BindingProperty& sortedTypes = description.Member("types");
     ASSERT_EQ(sortedTypes.Size(), 17u);

@@ -123,6 +123,14 @@ TEST_F(StringInternTableTest, StartsWithEightBucketsAndDoublesPastOneEntryPerBuc
         table_.Intern("name" + std::to_string(index));
     }
     EXPECT_EQ(table_.BucketCount(), 1024u);
+    // Each outgrown bucket array went back: a table made with room for every text holds as many pages.
+    DocumentPool roomyPool;
+    StringInternTable roomy(roomyPool);
+    roomy.Reserve(1000);
+    for (int index = 0; index < 1000; ++index) {
+        roomy.Intern("name" + std::to_string(index));
+    }
+    EXPECT_EQ(pool_.PageCount(), roomyPool.PageCount());
     // Room made ahead of time keeps the same load factor.
     table_.Reserve(24);
     EXPECT_EQ(table_.BucketCount(), 1024u);

@@ -64,9 +64,12 @@ TEST(BindingTreeBuilder, ReportsItsStateBetweenStepsAndGivesBackTheStringsOfDrop
     EXPECT_FALSE(builder.ExpectsKey());
     Play(builder, "1 _ 3");
     EXPECT_EQ(builder.Close().Size(), 3u);
-    Play(builder, "k:a { k:inner 'dropped } k:a 'dropped k:a 'last }");
+    // A key replaced by the next one before its value is dropped too.
+    Play(builder, "k:a { k:inner 'dropped } k:a 'dropped k:spare k:a 'last }");
     root.Member("d").SetString("dropped");
     EXPECT_EQ(EntryOf(root.Member("d"))->references, 1u);
+    root.Member("e").SetString("spare");
+    EXPECT_EQ(EntryOf(root.Member("e"))->references, 1u);
     EXPECT_EQ(EntryOf(root.Member("a"))->references, 1u);
 }
 

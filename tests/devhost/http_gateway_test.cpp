@@ -99,10 +99,6 @@ TEST_F(LiveHostTest, JournalsRequestsServerCallsAndWaitsInWordsAndPrintsALinePer
     GatewayOptions options;
     options.requestLog = &console;
     Serve(options);
-    ASSERT_EQ(client_->Delete("/devhost/journal")->status, 204);
-    ASSERT_EQ(client_->Get("/tav-leagues/v1/summoner-leagues/1001")->status, 200);
-    ASSERT_EQ(client_->Put("/devhost/faults/leagues/getAllMyLeagues", R"({"error":"down"})", "")->status, 204);
-    ASSERT_EQ(client_->Get("/tav-leagues/v1/summoner-leagues/1001")->status, 500);
     const auto lines = [this](const std::string& query) {
         std::vector<std::string> summaries;
         for (const auto& entry : wex::ParseJson(client_->Get("/devhost/journal" + query)->body).Elements()) {
@@ -113,6 +109,12 @@ TEST_F(LiveHostTest, JournalsRequestsServerCallsAndWaitsInWordsAndPrintsALinePer
         }
         return summaries;
     };
+    // Events name their kind and resource.
+    EXPECT_THAT(lines("?kind=event"), ::testing::Contains("event OnJsonApiEvent Update /tav-leagues/v2/notifications"));
+    ASSERT_EQ(client_->Delete("/devhost/journal")->status, 204);
+    ASSERT_EQ(client_->Get("/tav-leagues/v1/summoner-leagues/1001")->status, 200);
+    ASSERT_EQ(client_->Put("/devhost/faults/leagues/getAllMyLeagues", R"({"error":"down"})", "")->status, 204);
+    ASSERT_EQ(client_->Get("/tav-leagues/v1/summoner-leagues/1001")->status, 500);
     EXPECT_EQ(lines("?kind=server"), (std::vector<std::string>{"server leagues.getAllMyLeagues -> 200 in N ms",
                                                                "server leagues.getAllMyLeagues -> 500 down in N ms"}));
     EXPECT_EQ(lines("?kind=wait&limit=2"),
@@ -141,13 +143,13 @@ TEST_F(LiveHostTest, JournalsRequestsServerCallsAndWaitsInWordsAndPrintsALinePer
         printed.push_back(line);
     }
     std::sort(printed.begin(), printed.end());
-    EXPECT_EQ(printed,
-              (std::vector<std::string>{
-                  "DELETE /devhost/journal 204 N ms", "GET /devhost/journal 200 N ms", "GET /devhost/journal 200 N ms",
-                  "GET /devhost/journal 200 N ms", "GET /devhost/journal 200 N ms", "GET /devhost/journal 200 N ms",
-                  "GET /devhost/log 200 N ms", "GET /tav-leagues/v1/summoner-leagues/1001 200 N ms",
-                  "GET /tav-leagues/v1/summoner-leagues/1001 500 N ms",
-                  "PUT /devhost/faults/leagues/getAllMyLeagues 204 N ms"}));
+    EXPECT_EQ(printed, (std::vector<std::string>{"DELETE /devhost/journal 204 N ms", "GET /devhost/journal 200 N ms",
+                                                 "GET /devhost/journal 200 N ms", "GET /devhost/journal 200 N ms",
+                                                 "GET /devhost/journal 200 N ms", "GET /devhost/journal 200 N ms",
+                                                 "GET /devhost/journal 200 N ms", "GET /devhost/log 200 N ms",
+                                                 "GET /tav-leagues/v1/summoner-leagues/1001 200 N ms",
+                                                 "GET /tav-leagues/v1/summoner-leagues/1001 500 N ms",
+                                                 "PUT /devhost/faults/leagues/getAllMyLeagues 204 N ms"}));
 }
 
 TEST_F(LiveHostTest, MovesTheClockOnByWholeSecondsAndFractions) {

@@ -22,7 +22,8 @@ TEST(TavHostInspect, PrintsWhatThePluginHandedOver) {
     EXPECT_THAT(result.output, HasSubstr("  API table:              "));
     EXPECT_THAT(result.output, HasSubstr("\n  OnCallback: BindingCallbackEvent\n"));
     EXPECT_THAT(result.output, HasSubstr("\n  BindingAsyncCancelEvent (4 bytes)\n    asyncToken: uint32\n"));
-    EXPECT_THAT(result.output, HasSubstr("Start: true\n"));
+    EXPECT_THAT(result.output, HasSubstr("Start: true\nEvent subscriptions (10):\n  OnServiceProxyUuidEvent\n"));
+    EXPECT_THAT(result.output, HasSubstr("\nRequests to the host (6):\n  GET /tav-login/v1/session\n"));
     EXPECT_THAT(result.output, HasSubstr("Memory after stop:\n  peak live bytes:        "));
 }
 

@@ -13,7 +13,7 @@ namespace {
 using wex::BindingProperty;
 
 // A table with what the plug-in's own routes lack: a body, a header, an optional field, an enumeration in a
-// collection, a route without a result.
+// collection and one without values, a route without a result.
 TEST(OpenApiDocument, TellsEveryKindOfArgumentFieldAndResultOfTheTableAndTheControlRoutesWithoutOne) {
     const HostEnumeratorRecord blue{nullptr, "BLUE", "", 2};
     const HostEnumeratorRecord red{&blue, "RED", "", 1};
@@ -21,7 +21,8 @@ TEST(OpenApiDocument, TellsEveryKindOfArgumentFieldAndResultOfTheTableAndTheCont
     const HostFieldRecord shade{&tags, "shade", "the colour", 0, 16, 0, "Paint Shade", 1};
     const HostFieldRecord name{&shade, "name", "", 0, 12, 0, "", 0};
     const HostTypeRecord paint{nullptr, "Paint", "", 0, "A tin", nullptr, 0, &name, nullptr, 3};
-    const HostTypeRecord color{&paint, "Paint Shade", "", 0, "", nullptr, 0, nullptr, &red, 2};
+    const HostTypeRecord none{&paint, "Unpainted", "", 0, "", nullptr, 0, nullptr, nullptr, 0};
+    const HostTypeRecord color{&none, "Paint Shade", "", 0, "", nullptr, 0, nullptr, &red, 2};
     const HostArgumentRecord colors{nullptr, "colors", "", 15, 16, "Paint Shade", 1};
     const HostArgumentRecord trace{&colors, "X-Trace", "", 12, 0, "", 1};
     const HostArgumentRecord body{&trace, "paint", "", 17, 0, "Paint", 0};
@@ -39,7 +40,7 @@ TEST(OpenApiDocument, TellsEveryKindOfArgumentFieldAndResultOfTheTableAndTheCont
     endpoint.method = HostMethodPut;
     endpoint.description = "Repaint";
     const HostEventRecord event{nullptr, "OnPaint", "", "Paint", "A tin was painted", nullptr, 0};
-    const HostApiTable table{&endpoint, 1, &color, 2, &event, 1};
+    const HostApiTable table{&endpoint, 1, &color, 3, &event, 1};
 
     const BindingProperty withTable = wex::ParseJson(tav::host::OpenApiDocument(&table));
     const BindingProperty without = wex::ParseJson(tav::host::OpenApiDocument(nullptr));

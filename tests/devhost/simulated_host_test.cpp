@@ -135,7 +135,9 @@ TEST_F(SimulatedHostTest, StoppingForgetsThePluginsSubscriptionsAndQueuedWork) {
     hosted.Stop();
     EXPECT_EQ(host.SubscriberCount("OnJsonApiEvent_tav-test_v1_entry"), 0u);
     EXPECT_EQ(host.RunUntilIdle(), 0u);
-    EXPECT_EQ(host.CallEndpoint(HostMethodGet, "/tav-test/v1/items/1").error, "No plug-in is started");
+    const EndpointAnswer stopped = host.CallEndpoint(HostMethodGet, "/tav-test/v1/items/1");
+    EXPECT_EQ(std::to_string(stopped.status) + " " + stopped.error, "404 No plug-in is started");
+    EXPECT_TRUE(stopped.failed);
 }
 
 // Waits nest: each end closes the wait begun last, and an end without a beginning says so.
@@ -167,6 +169,9 @@ TEST(WaitSubject, NamesWhatAWaitIsFor) {
         {"Wait: future<wex::MaybeType<wex::Failure, std::vector<Orvel::Client::Leagues::Api::LeagueTier> > >",
          "league tier list"},
         {"Wait: future<class wex::MaybeType<class wex::Failure, struct Orvel::Client::Leagues::Api::Team> >", "team"},
+        {"Wait: future<class wex::MaybeType<class wex::Failure,class std::vector<struct Orvel::Client::Leagues::Api::"
+         "LeagueTier,class std::allocator<struct Orvel::Client::Leagues::Api::LeagueTier> > > >",
+         "league tier list"},
         {"Wait: future<wex::MaybeType<wex::Failure, wex::BindingProperty> >", "value"},
     };
     for (const auto& [label, subject] : rows) {

@@ -15,15 +15,16 @@ namespace {
 
 using ::testing::HasSubstr;
 
-// tav-host started as `make run` starts it, but on a free port, with its output read through a pipe. The shell
+// tav-host started as `make run` starts it, but on a free port, quiet, with its output read through a pipe. The shell
 // prints its own process id, which tav-host takes over. It is killed with the test, should a timeout end the test
 // before the host.
 class ServedHost {
   public:
     ServedHost()
-        : output_(popen(("echo $$; exec setpriv --pdeathsig KILL " + std::string(TAV_HOST_PATH) + " serve --port 0 2>&1")
-                            .c_str(),
-                        "r")),
+        : output_(popen(
+              ("echo $$; exec setpriv --pdeathsig KILL " + std::string(TAV_HOST_PATH) + " serve --port 0 --quiet 2>&1")
+                  .c_str(),
+              "r")),
           pid_(std::stoi(ReadUntil(""))) {}
     ~ServedHost() {
         if (output_ != nullptr) {
@@ -73,6 +74,8 @@ TEST(TavHostServe, ServesThePluginAndItsApiTableAndStopsOnInterrupt) {
     ASSERT_TRUE(api);
     EXPECT_THAT(api->body, HasSubstr(R"("method":"POST","path":"/tav-leagues/v2/notifications/{id}/acknowledge",)"));
     EXPECT_THAT(api->body, HasSubstr(R"({"description":"Fired when a callback is invoked.","name":"OnCallback",)"));
+    EXPECT_THAT(api->body,
+                HasSubstr(R"("fields":[{"name":"asyncToken","type":"uint32"}],"name":"BindingAsyncCancelEvent")"));
     host.Interrupt();
     EXPECT_THAT(host.ReadUntil("Stopped."), HasSubstr("Stopped. Memory after stop:"));
     EXPECT_THAT(host.ReadUntil("  live:"), HasSubstr(" bytes"));

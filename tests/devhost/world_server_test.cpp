@@ -51,6 +51,17 @@ TEST(WorldServer, AnswersEachApexListByItsTierQueueAndLimitUnlessAFaultIsSet) {
               "com.orvelsoft.leagues.pojo.LeagueListDTO 3 of 3 MASTER RANKED_SOLO_5x5");
 }
 
+// A call whose answer the plug-in does not read still has one; a method the server lacks is named.
+TEST(WorldServer, AnswersABodilessCallAndRefusesAnUnknownMethod) {
+    WorldServer server(ApexWorld());
+    const ServerAnswer jwt = server.Answer("teambuilder-draft", "setJwtAsGameCustomizationV1", JsonValue("[]"));
+    EXPECT_EQ(jwt.error, "");
+    EXPECT_EQ(wex::WriteJson(jwt.body), "{}");
+    const ServerAnswer unknown = server.Answer("teambuilder-draft", "setJwt", JsonValue("[]"));
+    EXPECT_EQ(unknown.error, "The game server has no method teambuilder-draft.setJwt");
+    EXPECT_EQ(unknown.status, 404u);
+}
+
 TEST(GameServer, AScriptAnswersBeforeTheResponderWhichSeesTheArguments) {
     GameServer server;
     std::vector<std::string> seen;

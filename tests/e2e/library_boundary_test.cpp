@@ -58,6 +58,18 @@ TEST(LibraryBoundary, ClosingTheLibraryUnmapsIt) {
 }
 #endif
 
+// A library closed while its plug-in runs stops the plug-in first, which gives its subscriptions back.
+TEST(LibraryBoundary, ClosingALibraryStopsItsPlugin) {
+    SimulatedHost host;
+    {
+        PluginLibrary library;
+        ASSERT_TRUE(library.Open(TAV_PLUGIN_PATH)) << library.error();
+        ASSERT_TRUE(library.Load(CoreVersion{}));
+        ASSERT_TRUE(host.Start(library));
+    }
+    EXPECT_EQ(host.Records().unsubscriptions.size(), host.Records().subscriptions.size());
+}
+
 // The library opened, not yet loaded.
 class OpenedLibrary : public ::testing::Test {
   protected:

@@ -135,6 +135,8 @@ TEST_F(ServiceProxyTest, AMethodRequestBlocksAnotherOfTheSameKeyUntilItIsAnswere
     EXPECT_EQ(Records().requests[0].path, "/tav-login/v1/service-proxy-method-requests");
     EXPECT_EQ(Records().requests[0].arguments,
               (std::vector<std::string>{R"("leagues")", R"("refresh")", R"("onRefreshed")", R"("extra")", "7", "5"}));
+    // The server is handed a payload that is not a list as a list of one.
+    EXPECT_EQ(Records().serverCalls.at(0).arguments, "[5]");
     Host().RunUntilIdle();
     EXPECT_EQ(answers, std::vector<std::string>{"leagues.onRefreshed [1]"});
     EXPECT_EQ(module.ServiceProxyRequest("leagues", "refresh", 7, "onRefreshed", "extra", completion), "");
@@ -157,6 +159,7 @@ TEST_F(ServiceProxyTest, FailuresNameTheirCause) {
     // The third call's answer never comes: the test sends one, then two that do not fit.
     Host().ScriptServer("leagues", "a", ServerAnswer::Failure("", 500, ServerAnswer::kNever));
     auto future = module.CallService<TestEntry>("leagues", "a", BindingProperty());
+    EXPECT_EQ(Host().HostJournal().Select({"server", 0, 1}).at(0).summary, "server leagues.a -> no answer");
     Host().QueueEvent("OnServiceProxyUuidEvent", R"(["00000000-0000-0000-0000-000000000003"])");
     Host().QueueEvent("OnServiceProxyUuidEvent", R"({"uuid":7})");
     Host().RunUntilIdle();

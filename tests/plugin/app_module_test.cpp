@@ -25,6 +25,12 @@ class TestModule : public AppModule {
         }
         return startAnswer;
     }
+    void Finalize() override {
+        finalizingSeen = IsFinalizing();
+        AppModule::Finalize();
+    }
+
+    static inline bool finalizingSeen = false;
 
     int startCount = 0;
     bool startAnswer = true;
@@ -113,6 +119,7 @@ TEST_F(AppModuleStart, BuildsTheUserAgentSubscribesForwardsTheHostSlotsAndUnsubs
     module.SubscribeToEvent("/tav-login/v1/session/other");
     module.SubscribeLcdsEvent("com.example.Message", [](const PluginLcdsEvent&) {});
     hosted.Stop();
+    EXPECT_TRUE(TestModule::finalizingSeen) << "Finalize runs with new server calls refused";
     EXPECT_EQ(
         records.unsubscriptions,
         (std::vector<std::string>{"OnJsonApiEvent_tav-login_v1_session", "OnLcdsEvent_com_example_Message",
