@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -37,37 +36,6 @@ void ExpectChained(const Record* first, std::uint32_t count) {
     }
 }
 
-// Method, template and function; the result's kinds and type; each argument's
-// kinds, type, optional mark, location and description.
-std::string Describe(const HostEndpointRecord& endpoint) {
-    std::ostringstream out;
-    out << endpoint.method << ' ' << endpoint.pathTemplate << ' ' << endpoint.functionName << " -> "
-        << endpoint.resultKind << '/' << endpoint.resultElementKind << (endpoint.resultTypeName[0] != '\0' ? " " : "")
-        << endpoint.resultTypeName;
-    const HostLocationRecord* location = endpoint.locations;
-    for (const HostArgumentRecord* argument = endpoint.arguments; argument != nullptr; argument = argument->next) {
-        out << ", " << argument->name << ' ' << argument->kind << '/' << argument->elementKind << ' '
-            << argument->typeName << (argument->optional != 0 ? "?" : "") << '@' << location->location
-            << (argument->description[0] != '\0' ? " " : "") << argument->description;
-        location = location->next;
-    }
-    return out.str();
-}
-
-// The name; each field's name, kinds and type, or each enumerator's name and value.
-std::string Describe(const HostTypeRecord& type) {
-    std::ostringstream out;
-    out << type.name;
-    for (const HostFieldRecord* field = type.fields; field != nullptr; field = field->next) {
-        out << ", " << field->name << ' ' << field->kind << '/' << field->elementKind << ' ' << field->typeName;
-    }
-    for (const HostEnumeratorRecord* enumerator = type.enumerators; enumerator != nullptr;
-         enumerator = enumerator->next) {
-        out << ", " << enumerator->name << ' ' << enumerator->value;
-    }
-    return out.str();
-}
-
 TEST_F(EndpointTableTest, EveryArrayIsContiguousAndChained) {
     const HostApiTable& table = module_.ApiTable();
     EXPECT_EQ(Read(table.endpointCount), module_.Routes().size());
@@ -101,28 +69,6 @@ TEST_F(EndpointTableTest, EveryArrayIsContiguousAndChained) {
             ExpectChained(type->enumerators, type->count);
         }
     }
-}
-
-// The builtin types are left to the leagues' text of registered types.
-TEST_F(EndpointTableTest, DescribesEachRouteAndTheModulesTypesInOrder) {
-    std::vector<std::string> records;
-    for (const HostEndpointRecord* endpoint = module_.ApiTable().endpoints; endpoint != nullptr;
-         endpoint = endpoint->next) {
-        records.push_back(Describe(*endpoint));
-    }
-    for (const HostTypeRecord* type = module_.ApiTable().types; type != nullptr; type = type->next) {
-        if (std::strncmp(type->name, "Test", 4) == 0) {
-            records.push_back(Describe(*type));
-        }
-        if (std::strcmp(type->name, "TestLeague") == 0) {
-            EXPECT_EQ(Read(type->size), sizeof(TestLeague));
-            EXPECT_EQ(Read(type->fields[1].offset), offsetof(TestLeague, points));
-        }
-    }
-    const HostEventRecord& event = *module_.ApiTable().events;
-    records.push_back(std::string(event.name) + ": " + event.payloadTypeName + ", " + event.description + ", " +
-                      (event.tagCount == 1 ? event.tags[0] : "not one tag"));
-    EXPECT_EQ(records, ExpectedLines("endpoints"));
 }
 
 TEST_F(EndpointTableTest, TheEntryDispatchesOnlyTheEndpointsOwnRoute) {

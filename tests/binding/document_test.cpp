@@ -3,8 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <cstring>
-#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -17,62 +15,6 @@
 namespace wex {
 
 namespace {
-
-TEST(DocumentPool, RecordsAreAlignedDistinctAndWritable) {
-    DocumentPool pool;
-    std::set<void*> seen;
-    for (std::size_t size : {1u, 24u, 48u, 200u, 2016u, 5000u}) {
-        for (int count = 0; count < 50; ++count) {
-            void* record = pool.Allocate(size);
-            EXPECT_EQ(reinterpret_cast<std::uintptr_t>(record) % 16, 0u);
-            EXPECT_TRUE(seen.insert(record).second);
-            std::memset(record, 0x5A, size);
-        }
-    }
-}
-
-// Pages go back to the store as soon as they hold no record, and all at once
-// with the pool; large blocks go back to the heap one by one.
-TEST(DocumentPool, WhatHoldsNoRecordGoesBack) {
-    PageStore store(0, 100);
-    std::size_t pages = 0;
-    {
-        DocumentPool pool(store);
-        std::vector<void*> records;
-        while (pool.PageCount() < 2) {
-            records.push_back(pool.Allocate(64));
-        }
-        pool.Release(records.back(), 64);
-        records.pop_back();
-        EXPECT_EQ(pool.PageCount(), 1u);
-        EXPECT_EQ(store.CachedPages(), 1u);
-        pool.Release(records.front(), 64);
-        EXPECT_EQ(pool.Allocate(64), records.front());  // the full page had room again
-        EXPECT_EQ(pool.PageCount(), 1u);
-        for (void* record : records) {
-            pool.Release(record, 64);
-        }
-        EXPECT_EQ(pool.PageCount(), 0u);
-
-        void* large = pool.Allocate(3000);
-        void* larger = pool.Allocate(100000);
-        EXPECT_EQ(pool.LargeBlockCount(), 2u);
-        EXPECT_EQ(pool.PageCount(), 0u);
-        pool.Release(large, 3000);
-        EXPECT_EQ(pool.LargeBlockCount(), 1u);
-        pool.Release(larger, 100000);
-        EXPECT_EQ(pool.LargeBlockCount(), 0u);
-
-        for (int count = 0; count < 300; ++count) {
-            pool.Allocate(100);
-        }
-        pool.Allocate(50000);
-        EXPECT_EQ(store.CachedPages(), 0u);
-        pages = pool.PageCount();
-    }
-    EXPECT_GT(pages, 1u);
-    EXPECT_EQ(store.CachedPages(), pages);
-}
 
 TEST(Fnv1a32, MatchesTheReferenceValues) {
     EXPECT_EQ(Fnv1a32(""), 2166136261u);

@@ -23,25 +23,6 @@ void* AcquireChain(PageStore& store, int count, std::set<void*>* seen = nullptr)
     return first;
 }
 
-// Whole chains and single pages come back to be handed out again, up to the bound.
-TEST(PageStore, ReturnedPagesAreReusedUpToTheBound) {
-    PageStore store(2, 10);
-    std::set<void*> first;
-    std::set<void*> second;
-    store.ReleaseChain(AcquireChain(store, 10, &first));
-    EXPECT_EQ(store.CachedPages(), 10u);
-    void* page = store.AcquirePage();
-    store.ReleasePage(page);
-    EXPECT_EQ(store.AcquirePage(), page);
-    store.ReleasePage(page);
-    store.ReleaseChain(AcquireChain(store, 10, &second));
-    EXPECT_EQ(first, second);
-    store.ReleaseChain(AcquireChain(store, 12));
-    EXPECT_EQ(store.CachedPages(), 10u);
-    store.ReleaseChain(nullptr);  // a tree that needed none of them: all but the kept two go
-    EXPECT_EQ(store.CachedPages(), 2u);
-}
-
 // The process's mapped bytes: pages no store keeps go back to the OS.
 std::size_t MappedBytes() {
     std::size_t pages = 0;

@@ -19,58 +19,6 @@ namespace {
 
 using Kind = BindingPropertyKind;
 
-TEST(BindingProperty, WritingAtAnIndexOrAMemberMakesTheContainer) {
-    BindingProperty node;
-    node.At(5).SetSigned(9);
-    ASSERT_EQ(node.Kind(), Kind::Collection);
-    ASSERT_EQ(node.Size(), 6u);
-    EXPECT_TRUE(node.At(4).IsEmpty());
-    EXPECT_EQ(std::as_const(node).At(5).AsInt64(), 9);
-    node.At(1).SetString("kept");
-    node.At(3);
-    // Indexes and room beyond any memory are refused, and the collection stays usable.
-    EXPECT_THROW(node.At(SIZE_MAX), std::bad_alloc);
-    EXPECT_THROW(node.At(SIZE_MAX - 1), std::bad_alloc);
-    EXPECT_THROW(node.Reserve(std::numeric_limits<std::uint32_t>::max()), std::bad_alloc);
-    node.Reserve(1000);
-    EXPECT_EQ(node.Size(), 6u);
-    EXPECT_EQ(node.At(1).AsString(), "kept");
-    node.At(6);
-    node.MakeCollection();
-    EXPECT_EQ(node.Size(), 7u);
-
-    node.SetSigned(12);
-    node.Reserve(10);
-    EXPECT_EQ(node.Kind(), Kind::Signed);
-    EXPECT_TRUE(node.Member("name").IsEmpty());
-    EXPECT_EQ(node.Kind(), Kind::Structure);
-    EXPECT_EQ(node.Size(), 1u);
-    EXPECT_EQ(node.AsInt64(-1), -1);
-    node.MakeStructure();
-    EXPECT_EQ(node.Size(), 1u);
-
-    node.SetBlob(std::vector<std::uint8_t>(3));
-    node.At(2);
-    EXPECT_EQ(node.Kind(), Kind::Collection);
-    EXPECT_EQ(node.Size(), 3u);
-}
-
-TEST(BindingProperty, ReadsThatMissAnswerTheSharedEmptyNodeAndChangeNothing) {
-    BindingProperty structure;
-    structure.Member("a").SetSigned(1);
-    EXPECT_EQ(&std::as_const(structure).At(0), &BindingProperty::EmptyNode());
-    EXPECT_EQ(&std::as_const(structure).Member("b"), &BindingProperty::EmptyNode());
-    EXPECT_EQ(structure.Kind(), Kind::Structure);
-    BindingProperty collection;
-    collection.At(0).SetSigned(1);
-    EXPECT_EQ(&std::as_const(collection).Member("a"), &BindingProperty::EmptyNode());
-    EXPECT_EQ(&std::as_const(collection).At(1), &BindingProperty::EmptyNode());
-    EXPECT_EQ(collection.Size(), 1u);
-    EXPECT_FALSE(collection.HasMember("a"));
-    EXPECT_FALSE(collection.RemoveMember("a"));
-    EXPECT_TRUE(BindingProperty::EmptyNode().IsEmpty());
-}
-
 // A node of the kind named, from its text: a float, the bytes of a blob, an enumerator, or the JSON of any other
 // kind; "-" is the empty text.
 BindingProperty NodeOf(const std::string& kind, const std::string& text) {
@@ -226,38 +174,6 @@ TEST(BindingProperty, MovingHandsARootOverAndCopiesANodeOfATree) {
     other.At(0) = std::move(tree.Member("c"));
     EXPECT_EQ(other.At(0).AsInt64(), 3);
     EXPECT_TRUE(tree.Member("c").IsEmpty());
-}
-
-TEST(BindingProperty, SetErrorLeavesAFailedStructureWithTheMessageUntilMarkedValid) {
-    BindingProperty result;
-    result.Member("error").SetString("not an error while valid");
-    EXPECT_EQ(result.GetError(), "");
-    result.At(3).SetString("content");
-    result.SetError("Something failed");
-    EXPECT_FALSE(result.IsValid());
-    EXPECT_EQ(result.Kind(), Kind::Structure);
-    EXPECT_EQ(result.Size(), 1u);
-    EXPECT_EQ(result.Member("error").AsString(), "Something failed");
-    result.Member("error").SetSigned(5);
-    EXPECT_EQ(result.GetError(), "");
-    result.Reset();
-    EXPECT_TRUE(result.IsEmpty());
-    EXPECT_FALSE(result.IsValid());  // a reset keeps the flag
-    result.MarkValid();
-    EXPECT_TRUE(result.IsValid());
-}
-
-TEST(BindingProperty, AppendAndElementsWalkACollection) {
-    BindingProperty node;
-    node.Append().SetSigned(1);
-    node.Append().SetString("two");
-    node.Append();
-    ASSERT_EQ(node.Elements().size(), 3u);
-    EXPECT_EQ(node.Elements()[1].AsString(), "two");
-    EXPECT_TRUE(node.Elements()[2].IsEmpty());
-    node.SetBool(true);
-    EXPECT_TRUE(node.Elements().empty());
-    EXPECT_EQ(node.Members().begin(), node.Members().end());
 }
 
 // Nodes are released and copied without recursion, however deep the tree.

@@ -13,19 +13,6 @@
 namespace wex {
 namespace {
 
-// By its text, with or without its known hash, zero bytes included.
-TEST(StructureOrder, ANameIsOneMember) {
-    BindingProperty node;
-    node.Member("leaguePoints", Fnv1a32("leaguePoints")).SetSigned(75);
-    node.Member("leaguePoints").SetSigned(76);
-    node.Member(std::string_view("a\0b", 3)).SetSigned(1);
-    node.Member("a").SetSigned(2);
-    EXPECT_EQ(node.Size(), 3u);
-    EXPECT_EQ(node.Member("leaguePoints", Fnv1a32("leaguePoints")).AsInt64(), 76);
-    EXPECT_EQ(std::as_const(node).Member(std::string_view("a\0b", 3)).AsInt64(), 1);
-    EXPECT_EQ(std::as_const(node).Member("a").AsInt64(), 2);
-}
-
 // Members are kept in unsigned byte order, prefixes first. Names compare by their
 // first eight bytes first: ties there, zero bytes that look like padding, and
 // bytes above 0x7F must still sort by every byte.
@@ -70,16 +57,6 @@ TEST(StructureOrder, NamesAlikeInTheirFirstEightBytesSortByEveryByte) {
             EXPECT_EQ(seeker.Seek(name), node.HasMember(name) ? &std::as_const(node).Member(name) : nullptr);
         }
     }
-}
-
-TEST(MemberSeeker, FindsNothingInAnythingButAStructure) {
-    BindingProperty collection;
-    collection.Append().SetString("a");
-    BindingMemberSeeker inCollection(collection);
-    EXPECT_EQ(inCollection.Seek("a"), nullptr);
-    const BindingProperty empty;
-    BindingMemberSeeker inEmpty(empty);
-    EXPECT_EQ(inEmpty.Seek(""), nullptr);
 }
 
 // Member by member, and through the builder, which sorts a structure's members when it closes; both past the
@@ -130,36 +107,6 @@ TEST(StructureOrder, TenThousandMembersInAnyInsertionOrderComeOutSortedFindableA
             EXPECT_EQ(MemberNames(*node)[501], "m00500x");
         }
     }
-}
-
-TEST(StructureOrder, RemovingMembersKeepsTheRestInOrder) {
-    const std::vector<std::string> names = NumberedNames(500);
-    BindingProperty node;
-    for (const std::string& name : names) {
-        node.Member(name).Member("inner").SetString(name);
-    }
-    std::vector<std::string> kept;
-    for (std::size_t index = 0; index < names.size(); ++index) {
-        if (index % 3 == 0 || (index > 100 && index < 300)) {
-            EXPECT_TRUE(node.RemoveMember(names[index]));
-        } else {
-            kept.push_back(names[index]);
-        }
-    }
-    EXPECT_FALSE(node.RemoveMember(names[0]));
-    EXPECT_EQ(MemberNames(node), kept);
-    for (const std::string& name : kept) {
-        ASSERT_EQ(std::as_const(node).Member(name).Member("inner").AsString(), name);
-    }
-    node.Member("m00000").SetSigned(1);
-    EXPECT_EQ(MemberNames(node).front(), "m00000");
-    for (const std::string& name : MemberNames(node)) {
-        node.RemoveMember(name);
-    }
-    EXPECT_EQ(node.Size(), 0u);
-    EXPECT_EQ(node.Members().begin(), node.Members().end());
-    node.Member("again");
-    EXPECT_EQ(MemberNames(node), std::vector<std::string>{"again"});
 }
 
 }  // namespace

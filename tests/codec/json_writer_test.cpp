@@ -4,7 +4,6 @@
 
 #include <cstdint>
 #include <limits>
-#include <regex>
 #include <string>
 #include <vector>
 
@@ -46,41 +45,7 @@ TEST(WriteJson, StringsEscapeQuotesBackslashesAndControlBytesOnly) {
     EXPECT_EQ(WriteJson(Text("a\nb"), nullptr, "\r\n"), R"("a\nb")");
 }
 
-TEST(WriteJson, IndentedOutputUsesFourSpacesAndTheLineBreakGiven) {
-    BindingProperty value;
-    value.Member("b").At(0).SetUnsigned(1);
-    value.Member("b").At(1).Member("c").SetBool(false);
-    value.Member("a").SetString("x");
-    value.Member("e").MakeStructure();
-    const std::string expected =
-        "{\n"
-        "    \"a\": \"x\",\n"
-        "    \"b\": [\n"
-        "        1,\n"
-        "        {\n"
-        "            \"c\": false\n"
-        "        }\n"
-        "    ],\n"
-        "    \"e\": {}\n"
-        "}";
-    EXPECT_EQ(WriteJson(value, nullptr, "\n"), expected);
-    EXPECT_EQ(WriteJson(value, nullptr, "\r\n"), std::regex_replace(expected, std::regex("\n"), "\r\n"));
-}
-
 enum class Tier { Iron = 1, Bronze = 2 };
-
-TEST(WriteJson, EnumeratorsAreWrittenByNameWhenTheRegistryKnowsOne) {
-    BindingTypeRegistry registry;
-    // Two names share a value: the one first in byte order is written.
-    registry.Enum<Tier>("Tier").Value("IRON", Tier::Iron).Value("BRONZE", Tier::Bronze).Value("ALSO_IRON", Tier::Iron);
-    BindingProperty value;
-    value.At(0).SetEnum(1, BindingTypeIdentity::Of<Tier>());
-    value.At(1).SetEnum(2, BindingTypeIdentity::Of<Tier>());
-    value.At(2).SetEnum(7, BindingTypeIdentity::Of<Tier>());
-    value.At(3).SetEnum(1, BindingTypeIdentity::Reserved());
-    EXPECT_EQ(WriteJson(value, &registry), R"(["ALSO_IRON","BRONZE",7,1])");
-    EXPECT_EQ(WriteJson(value), "[1,2,7,1]");
-}
 
 // Each number is written in the shortest form that reads back to it.
 TEST(WriteJson, ReadingBackGivesTheSameText) {

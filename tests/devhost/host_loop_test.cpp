@@ -54,42 +54,5 @@ TEST_F(HostLoopTest, ATurnRunsDueCallbacksThenEventsThenAnswersThatAreDue) {
     EXPECT_TRUE(loop.Idle());
 }
 
-TEST_F(HostLoopTest, TheClockBringsCallbacksDueInTheirOrder) {
-    std::function<void()> late = Note("late");
-    std::function<void()> early = Note("early");
-    Schedule(late, 10);
-    Schedule(early, 2.5);
-    EXPECT_EQ(loop.RunUntilIdle(10), 0u);
-    loop.AdvanceClock(2);
-    EXPECT_TRUE(log.empty());
-    loop.AdvanceClock(9);
-    EXPECT_EQ(log, (std::vector<std::string>{"early", "late"}));
-    EXPECT_EQ(loop.Now(), 11.0);
-}
-
-TEST_F(HostLoopTest, ACallbackMayRunFurtherTurnsAndRunUntilIdleStopsAfterItsTurns) {
-    std::function<void()> nesting = [&] {
-        log.push_back("nesting");
-        loop.RunTurn();
-        log.push_back("nested turn over");
-    };
-    Schedule(nesting, 0);
-    loop.QueueEvent("event", Number(4));
-    loop.RunTurn();
-    EXPECT_EQ(log, (std::vector<std::string>{"nesting", "event 4", "nested turn over"}));
-    EXPECT_EQ(loop.Turns(), 2u);
-    std::function<void()> again = [&] { Schedule(again, 0); };
-    Schedule(again, 0);
-    EXPECT_EQ(loop.RunUntilIdle(5), 5u);
-    EXPECT_FALSE(loop.Idle());
-    loop.QueueEvent("dropped event", Number(1));
-    loop.QueueAnswer(1, "dropped answer", Number(2));
-    const std::vector<std::string> before = log;
-    loop.Clear();
-    EXPECT_TRUE(loop.Idle());
-    loop.RunUntilIdle(5);
-    EXPECT_EQ(log, before);
-}
-
 }  // namespace
 }  // namespace tav::host

@@ -152,21 +152,6 @@ TEST_F(LiveHostTest, JournalsRequestsServerCallsAndWaitsInWordsAndPrintsALinePer
                                                  "PUT /devhost/faults/leagues/getAllMyLeagues 204 N ms"}));
 }
 
-TEST_F(LiveHostTest, MovesTheClockOnByWholeSecondsAndFractions) {
-    Serve();
-    double now = 0.0;
-    for (const char* seconds : {"30", "0.5", "0.001"}) {
-        SCOPED_TRACE(seconds);
-        const auto result = client_->Post("/devhost/clock", std::string(R"({"seconds":)") + seconds + "}", "");
-        ASSERT_TRUE(result);
-        ASSERT_EQ(result->status, 200);
-        const double next = wex::ParseJson(result->body).Member("now").AsDouble();
-        EXPECT_GE(next - now, std::stod(seconds));
-        EXPECT_LT(next - now, std::stod(seconds) + 5.0);
-        now = next;
-    }
-}
-
 TEST_F(LiveHostTest, NeedsTheTokenWhenItHasOneAndKeepsItFromThePlugin) {
     GatewayOptions options;
     options.accessToken = "s3cret";

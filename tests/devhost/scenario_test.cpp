@@ -98,9 +98,4 @@ TEST_F(ScenarioTest, RefusesFilesThatCannotBePlayed) {
               "Scenario s.yaml: bad\nScenario s.yaml: bad-world.yaml: currentPlayer: 9 is not a player of the world\n");
 }
 
-TEST_F(ScenarioTest, SkipsWhenThePluginLacksARouteItNeeds) {
-    EXPECT_EQ(Play("name: later\nrequires: [GET /tav-leagues/v9/future]\nsteps: [{note: x}]\n", 77),
-              "Scenario s.yaml: later\n  skipped: the plug-in has no route GET /tav-leagues/v9/future yet\n");
-}
-
 }  // namespace

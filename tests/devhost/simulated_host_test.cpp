@@ -107,17 +107,6 @@ TEST_F(SimulatedHostTest, ReadsAStreamedBodyWholeAndClosesTheStream) {
     EXPECT_EQ(LongBody::closed, 1);
 }
 
-TEST_F(SimulatedHostTest, ResourcesAnswerTheirValueAndAnnounceChangesToSubscribersOnly) {
-    host.SetResource("/tav-test/v1/entry", R"({"a":1})");
-    EXPECT_EQ(host.RunUntilIdle(), 0u);
-    auto value = hosted.module().Request<BindingProperty>(HostMethodGet, "/tav-test/v1/entry");
-    ASSERT_TRUE(value.HasValue());
-    EXPECT_EQ(value.Value().Member("a").AsUInt64(), 1u);
-    host.DeleteResource("/tav-test/v1/entry");
-    EXPECT_EQ(hosted.module().Request<BindingProperty>(HostMethodGet, "/tav-test/v1/entry").GetFailure().Message(),
-              "Error response for GET /tav-test/v1/entry: Not found");
-}
-
 TEST_F(SimulatedHostTest, KeepsItsRecordsWithinTheLimitByDroppingTheOldestTenth) {
     host.SetRecordLimit(20);
     for (int index = 1; index <= 21; ++index) {
@@ -177,33 +166,6 @@ TEST(WaitSubject, NamesWhatAWaitIsFor) {
     for (const auto& [label, subject] : rows) {
         EXPECT_EQ(WaitSubject(label), subject) << label;
     }
-}
-
-TEST(ScriptedAnswer, RefusesScriptsThatAreNotJson) {
-    EXPECT_THAT([] { (void)ScriptedAnswer::Json("{oops}"); },
-                ::testing::ThrowsMessage<std::invalid_argument>(
-                    ::testing::StrEq("Error: Missing a name for object member. at offset 1.")));
-}
-
-TEST(ScriptedStream, HandsOutEachChunkCutToTheSizeOffered) {
-    ScriptedStream stream({"abcdef", "gh"}, false);
-    char buffer[8];
-    std::uint32_t size = 4;
-    bool more = true;
-    ASSERT_TRUE(ScriptedStream::ReadFunction(&stream, buffer, &size, &more));
-    EXPECT_EQ(std::string(buffer, size), "abcd");
-    EXPECT_TRUE(more);
-    size = 8;
-    ASSERT_TRUE(ScriptedStream::ReadFunction(&stream, buffer, &size, &more));
-    EXPECT_EQ(std::string(buffer, size), "ef");
-    size = 8;
-    ASSERT_TRUE(ScriptedStream::ReadFunction(&stream, buffer, &size, &more));
-    EXPECT_EQ(std::string(buffer, size), "gh");
-    EXPECT_FALSE(more);
-    EXPECT_EQ(stream.Length(), 8u);
-    EXPECT_FALSE(ScriptedStream::ReadFunction(nullptr, buffer, &size, &more));
-    ScriptedStream::CloseFunction(&stream);
-    EXPECT_TRUE(stream.Closed());
 }
 
 }  // namespace

@@ -40,31 +40,6 @@ Lines ActiveNames() {
 
 using LogSystemDefaults = LogSystemTest;
 
-// Disabled logging writes and counts nothing until enabled.
-TEST_F(LogSystemDefaults, DbgAndUncategorisedWarningsGoToStandardErrorAndDebuggerAndAreCounted) {
-    EXPECT_STREQ(LogExecutableName(), "test_diagnostics" TAV_EXECUTABLE_SUFFIX);
-    DisableLogging();
-    LogMessage(LogLevel::Error, LogCategory::Dbg, "hidden");
-    EnableLogging();
-    LogMessage(LogLevel::Warn, LogCategory::Dbg, "disk %s at %d%%", "full", 97);
-    LogMessage(LogLevel::Okay, LogCategory::Dbg, "below the minimum");
-    LogMessage(LogLevel::Always, LogCategory::Dbg | LogCategory::Xtr, "excluded at any level");
-    LogMessage(LogLevel::Error, LogCategory::Gen, "passes the system but neither target");
-    LogMessage(LogLevel::Error, LogCategory::Gen | LogCategory::Dbg, "excluded by standard error only");
-    LogMessage(LogLevel::Error, 0, "none");
-    LogMessage(LogLevel::Warn, LogCategory::Xtr, "dropped");
-    LogMessage(LogLevel::Warn, LogCategory::Net, "w");
-    LogMessage(LogLevel::Error, LogCategory::Net, "e");
-    const std::string lines = ConsolePrefix() + "  WARN| disk full at 97%\n" + ConsolePrefix() + " ERROR| none\n";
-    EXPECT_EQ(standardError.Text(), lines);
-    EXPECT_EQ(debugger.Texts(), (Lines{ConsolePrefix() + "  WARN| disk full at 97%\n",
-                                       ConsolePrefix() + " ERROR| excluded by standard error only\n",
-                                       ConsolePrefix() + " ERROR| none\n"}));
-    EXPECT_EQ(standardOutput.Text(), "");
-    EXPECT_EQ(WarningCount(), 2u);
-    EXPECT_EQ(ErrorCount(), 4u);
-}
-
 TEST_F(LogSystemDefaults, StandardOutputIsBuiltButNotActiveAndTakesGenWithoutDbg) {
     EXPECT_EQ(ActiveNames(), (Lines{"StdErrLogTarget", "DebuggerConsoleLogTarget"}));
     BuiltinLogTargets builtins = GetBuiltinLogTargets();
@@ -74,15 +49,6 @@ TEST_F(LogSystemDefaults, StandardOutputIsBuiltButNotActiveAndTakesGenWithoutDbg
     LogMessage(LogLevel::Warn, LogCategory::Gen, "to stdout");
     LogMessage(LogLevel::Warn, LogCategory::Gen | LogCategory::Dbg, "not to stdout");
     EXPECT_EQ(standardOutput.Text(), "to stdout\n");
-}
-
-TEST_F(LogSystemDefaults, MessagesAreCutAt4095Bytes) {
-    RecordingTarget target;
-    target.Activate();
-    std::string longText(5000, 'x');
-    LogMessage(LogLevel::Warn, LogCategory::Dbg, "%s", longText.c_str());
-    EXPECT_EQ(target.messages, Lines{std::string(4095, 'x')});
-    EXPECT_EQ(debugger.Texts().at(0).size(), 4095u);
 }
 
 using LogSystemSettings = LogSystemTest;
@@ -108,21 +74,6 @@ TEST_F(LogSystemSettings, TheSystemAndEachTargetFilterByLevelAndCategories) {
         LogMessage(levels.at(row[0]), categories, "r");
         EXPECT_EQ(target.messages.size(), row[2] == "written" ? 1u : 0u);
     }
-}
-
-TEST_F(LogSystemSettings, ConfigureTargetMovesItToTheEndWithItsSettings) {
-    RecordingTarget target;
-    target.Activate();
-    BuiltinLogTargets builtins = GetBuiltinLogTargets();
-    LogTarget& standardError = *builtins.standardError->target;
-    ConfigureTarget(standardError, {LogLevel::Okay, LogCategory::Net | LogCategory::Mem, LogCategory::Mem, "#L|#M"});
-    EXPECT_EQ(standardError.Level(), LogLevel::Okay);
-    EXPECT_EQ(standardError.IncludedCategories(), LogCategory::Net);
-    EXPECT_EQ(standardError.ExcludedCategories(), LogCategory::Mem);
-    LogMessage(LogLevel::Warn, LogCategory::Net, "configured");
-    LogMessage(LogLevel::Warn, LogCategory::Mem | LogCategory::Net, "excluded");
-    EXPECT_EQ(this->standardError.Text(), "  WARN|configured\n");
-    EXPECT_EQ(FindActiveTarget("StdErrLogTarget"), builtins.standardError);
 }
 
 TEST_F(LogSystemSettings, TargetsLeaveTheListByTableByRemovalOfEveryOccurrenceAndByDestruction) {
@@ -184,40 +135,6 @@ TEST_F(LogSystemSettings, RecordsFromManyThreadsAllArrive) {
     }
     EXPECT_EQ(target.messages.size(), 2000u);
     EXPECT_EQ(WarningCount(), 2000u);
-}
-
-TEST(LogSystemLifetime, LastReleaseDestroysAndTheNextAcquireOrMessageStartsAfresh) {
-    ReleaseLogSystem();  // without an acquire: nothing
-    AcquireLogSystem();
-    AcquireLogSystem();
-    SetMinimumLevel(LogLevel::Always);
-    SetExcludedCategories(0);
-    RecordingTarget target;
-    target.Activate();
-    ReleaseLogSystem();
-    EXPECT_EQ(MinimumLevel(), LogLevel::Always);  // one reference is left
-    EXPECT_TRUE(target.IsActive());
-    ReleaseLogSystem();
-    EXPECT_FALSE(target.IsActive());  // destruction deactivated it
-    ReleaseLogSystem();
-
-    AcquireLogSystem();
-    EXPECT_EQ(MinimumLevel(), LogLevel::Warn);
-    EXPECT_EQ(ExcludedCategories(), LogCategory::Xtr);
-    EXPECT_EQ(ActiveNames(), (Lines{"StdErrLogTarget", "DebuggerConsoleLogTarget"}));
-    ReleaseLogSystem();
-
-    // A message without a log system creates one, which the next release ends.
-    tav::test::DebuggerCapture debugger;
-    LogMessage(LogLevel::Warn, LogCategory::Dbg, "created");
-    ASSERT_EQ(debugger.Texts().size(), 1u);
-    SetMinimumLevel(LogLevel::Always);
-    AcquireLogSystem();  // takes that system over, settings and all
-    EXPECT_EQ(MinimumLevel(), LogLevel::Always);
-    ReleaseLogSystem();
-    AcquireLogSystem();
-    EXPECT_EQ(MinimumLevel(), LogLevel::Warn);
-    ReleaseLogSystem();
 }
 
 }  // namespace

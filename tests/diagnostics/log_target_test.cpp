@@ -4,7 +4,6 @@
 
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
 #include <iterator>
 #include <regex>
 #include <string>
@@ -63,24 +62,6 @@ TEST(FormatLine, CodesOfTheRecordProcessAndClock) {
     EXPECT_EQ(Line("[#G]", record), "[]\n");
 }
 
-// Only a missing newline is added; a long line is cut and keeps its newline.
-TEST(FormatLine, EndsWithExactlyOneNewlineEvenWhenCut) {
-    EXPECT_EQ(Line("#M", HostRecord("a\n")), "a\n");
-    EXPECT_EQ(Line("#M", HostRecord("a\n\n")), "a\n\n");
-    std::string message(5000, 'm');
-    std::string line = Line("#M", HostRecord(message.c_str()));
-    EXPECT_EQ(line, std::string(4094, 'm') + "\n");
-    EXPECT_EQ(Line("abc#M", HostRecord(message.c_str()), 6), "abcm\n");
-    // Exactly fitting: 4094 characters and the newline.
-    std::string fitting(4094, 'f');
-    EXPECT_EQ(Line("#M", HostRecord(fitting.c_str())), fitting + "\n");
-    std::string fittingWithNewline = std::string(4094, 'f') + "\n";
-    EXPECT_EQ(Line("#M", HostRecord(fittingWithNewline.c_str())), fittingWithNewline);
-    EXPECT_EQ(Line("#M", HostRecord("abc"), 2), "\n");
-    EXPECT_EQ(Line("#M", HostRecord("abc"), 1), "");
-    EXPECT_EQ(FormatLine("#M", HostRecord("abc"), nullptr, 0), 0u);
-}
-
 }  // namespace
 }  // namespace wex
 
@@ -88,46 +69,6 @@ namespace wex::test {
 namespace {
 
 using ConsoleLogTarget = LogSystemTest;
-
-TEST_F(ConsoleLogTarget, EachWritesItsOwnPatternTheDebuggerTheWholeLineAtOnce) {
-    StdOutLogTarget target;
-    CapturedStream stream;
-    target.SetStream(stream.File());
-    target.SetPattern("<#L> #M");
-    DebuggerConsoleLogTarget debuggerTarget;
-    debuggerTarget.SetPattern("#M");
-    LogRecord record;
-    record.level = LogLevel::Always;
-    record.message = "hello";
-    EXPECT_TRUE(target.Write(record));
-    EXPECT_TRUE(target.Interface()->WriteRecord(target.Interface(), &record));
-    EXPECT_EQ(stream.Text(), "<ALWAYS> hello\n<ALWAYS> hello\n");
-    debuggerTarget.Write(record);
-    EXPECT_EQ(debugger.Texts(), std::vector<std::string>{"hello\n"});
-}
-
-TEST_F(ConsoleLogTarget, StandardOutputFlushesEachLineWhenAsked) {
-    // A fully buffered stream shows nothing in its file until flushed; the file
-    // is read back through a handle of its own.
-    const std::filesystem::path path = std::filesystem::temp_directory_path() /
-                                       ("tav-flush-" + std::to_string(platform::MonotonicNanoseconds()) + ".txt");
-    std::FILE* file = std::fopen(path.string().c_str(), "wb+");
-    ASSERT_NE(file, nullptr) << path;
-    static char buffer[BUFSIZ];
-    std::setvbuf(file, buffer, _IOFBF, sizeof buffer);
-    StdOutLogTarget target;
-    target.SetStream(file);
-    target.SetFlushEachLine(true);
-    LogRecord record;
-    record.message = "flushed";
-    target.Write(record);
-    std::ifstream reader(path, std::ios::binary);
-    const std::string text{std::istreambuf_iterator<char>(reader), std::istreambuf_iterator<char>()};
-    reader.close();
-    std::fclose(file);
-    std::filesystem::remove(path);
-    EXPECT_EQ(text, "flushed\n");
-}
 
 }  // namespace
 }  // namespace wex::test

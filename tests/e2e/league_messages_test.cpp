@@ -60,22 +60,6 @@ TEST_F(LeagueMessagesTest, AMessageArrivingWhileARouteWaitsForTheServerIsFiledAn
     EXPECT_EQ(plugin.ServerCalls(), (Lines{"leagues.getAllMyLeagues []"}));
 }
 
-TEST_F(LeagueMessagesTest, WithTheLeagueServiceOffAnUpdateIsFiledButNotPublished) {
-    plugin.SetLeagueService(false);
-    Push("m1", {Param("LEAGUE_PROMOTED")});
-    EXPECT_EQ(plugin.ServerCalls(), Lines{});
-    EXPECT_EQ(PublishedLists(), Lines{});
-    EXPECT_EQ(plugin.WarningAndErrorLines(),
-              (Lines{"  WARN| DBG| HandleLeaguesMessage called while League service is not available."}));
-    // A message that updates no standing is published without reloading; one of another type is not filed.
-    Push("m2", {Param("QUEUE_DODGE")}, "leagues");
-    Push("m3", {Param("LEAGUE_RESET")});
-    Push("m4", {Param("LEAGUE_RESET")}, "mail");
-    EXPECT_EQ(plugin.ServerCalls(), Lines{});
-    const std::string dodge = "1 LEAGUES_MESSAGE_QUEUE_DODGE LEAGUES_GENERAL_LEAGUE_MINISERIES_TITLE 0 ALERT";
-    EXPECT_EQ(PublishedLists(), (Lines{"Update: 0 " + kPromoted + " | " + dodge + " | 2 " + kReset}));
-}
-
 TEST_F(LeagueMessagesTest, FailedReloadsAreLoggedAndPublishOnlyAfterThePositions) {
     plugin.FailServer("leagues", "getMyLeaguePositions", "timed out");
     Push("m1", {Param("LEAGUE_PROMOTED")});
@@ -96,25 +80,6 @@ TEST_F(LeagueMessagesTest, FailedReloadsAreLoggedAndPublishOnlyAfterThePositions
               (Lines{" ERROR| DBG| Failed to get leagues: timed out",
                      " ERROR| DBG| Failed to get leagues for summoner: Error requesting league for summoner id: 42, "
                      "error: timed out"}));
-}
-
-TEST_F(LeagueMessagesTest, AnUpdateRebuildsTheDemotionShieldWarningsFromTheReloadedPositions) {
-    ScriptPositions(R"({"summonerLeagues":[)"
-                    R"({"playerOrTeamId":"42","queueType":"RANKED_SOLO_5x5","demotionWarning":0},)"
-                    R"({"playerOrTeamId":"42","queueType":"RANKED_FLEX_TT","demotionWarning":2}]})");
-    Push("m1", {Param("LEAGUE_POINTS_UPDATE")});
-    EXPECT_EQ(Listed(),
-              (Lines{
-                  "0 LEAGUES_MESSAGE_LEAGUE_POINTS_UPDATE LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 0 ALERT",
-                  "2 LEAGUES_SYSTEM_DEMOTION_SHIELD_LEVEL_2_WARNING LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 1800 ALERT",
-              }));
-}
-
-TEST_F(LeagueMessagesTest, AMessageThatDoesNotConvertIsDropped) {
-    plugin.host().PushServerMessage(kSimpleDialogMessage, R"({"msgId":"m1","type":"leagues","params":"text"})");
-    plugin.host().RunUntilIdle();
-    EXPECT_EQ(plugin.records().events.size(), 0u);
-    EXPECT_EQ(Listed(), Lines{});
 }
 
 TEST_F(LeagueMessagesTest, AFailedServerAcknowledgementRefusesAndLeavesTheNotification) {

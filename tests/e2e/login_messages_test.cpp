@@ -70,33 +70,6 @@ TEST_F(LoginMessagesTest, TheLoginPacketFilesLeagueMessagesWithoutCopiesAndAckno
     EXPECT_EQ(Listed(), kept);
 }
 
-TEST_F(LoginMessagesTest, TheRefreshWaitsForTheLoginAndTheFirstSeasonRewardConfiguration) {
-    plugin.DeleteResource(StartedLeaguePlugin::kLoginSession);
-    SendSeasonReward();
-    EXPECT_EQ(plugin.ServerCalls(), Lines{});
-    plugin.LogIn(42, 4242);
-    EXPECT_EQ(plugin.ServerCalls(), Lines{});
-    // A second configuration is ignored, so only the login data packet refreshes now.
-    SendSeasonReward();
-    EXPECT_EQ(plugin.ServerCalls(), Lines{});
-    EXPECT_EQ(PublishedLists(), Lines{});
-    SendLoginPacket({});
-    EXPECT_EQ(plugin.ServerCalls(), (Lines{"leagues.getMyLeaguePositions []"}));
-    EXPECT_EQ(PublishedLists(), (Lines{"Update:"}));
-    plugin.DeleteResource(kLoginDataPacket);
-    EXPECT_EQ(plugin.ServerCalls().size(), 1u);
-}
-
-TEST_F(LoginMessagesTest, AFailedStandingsLoadRebuildsNothingAndStillPublishes) {
-    ScriptPositions(SummonerLeagues({GraceEntry()}));
-    SendSeasonReward();
-    plugin.FailServer("leagues", "getMyLeaguePositions", "timed out");
-    plugin.host().ClearRecords();
-    SendLoginPacket({});
-    EXPECT_EQ(plugin.WarningAndErrorLines(), (Lines{" ERROR| DBG| Failed to get my leagues: timed out"}));
-    EXPECT_EQ(PublishedLists(), (Lines{"Update: 0" + kImminent}));
-}
-
 TEST_F(LoginMessagesTest, WithSignedStandingsOnTheRefreshReadsThemAndNeedsTheLeagueService) {
     plugin.SetResource(kJwtEnabled, "true");
     plugin.ScriptServer("leagues", "getMySignedLeaguePositions", "",

@@ -84,24 +84,6 @@ TEST_F(SignedStandingsTest, TheRouteLoadsAnEmptyCacheOnceAndAnnouncesItsCreation
     EXPECT_EQ(plugin.WarningAndErrorLines(), Lines{});
 }
 
-TEST_F(SignedStandingsTest, ALoadWhileTheTimerIsPendingDoesNotMoveIt) {
-    ServeSigned(TokenExpiringIn(3660));
-    GetSigned();
-    ServeSigned(TokenExpiringIn(660));
-    Push("m1", {Param("LEAGUE_PROMOTED")});
-    ASSERT_EQ(TimerDelays().size(), 1u);
-    // The plug-in reads the system clock itself, a moment after the test did.
-    EXPECT_NEAR(TimerDelays()[0], 3600, 2);
-    Advance(3500);
-    EXPECT_EQ(plugin.ServerCalls().size(), 4u);
-    Advance(200);
-    // The timer's load arms the next timer, from the newer tokens.
-    EXPECT_EQ(plugin.ServerCalls().back(), "leagues.getMySignedLeaguePositions []");
-    EXPECT_EQ(plugin.ServerCalls().size(), 5u);
-    ASSERT_EQ(TimerDelays().size(), 2u);
-    EXPECT_NEAR(TimerDelays()[1], 600, 2);
-}
-
 TEST_F(SignedStandingsTest, WithASwitchOffTheRouteFailsOnAnEmptyCacheAndAnswersAFilledOne) {
     plugin.SetResource(kJwtEnabled, "false");
     ExpectFailure(GetSigned(), 500, kNotAvailable);

@@ -46,34 +46,6 @@ TEST_F(WaitingTest, AwaitingGivesTheHostTurnsOnlyUntilTheFutureIsReady) {
     EXPECT_EQ(Records().journal, (std::vector<std::string>{"BeginWait Wait: yield", "YieldToHost", "EndWait"}));
 }
 
-TEST_F(WaitingTest, ScheduleHandsTheHostTheDelayInSecondsAndRemovesEachCallbackOnceRun) {
-    const std::uint64_t now = wex::platform::MonotonicNanoseconds();
-    std::vector<std::string> ran;
-    module.Schedule(
-        "past", [&] { ran.push_back("past"); }, now - 5'000'000'000);
-    module.Schedule(
-        "throws", [] { throw std::runtime_error("bad"); }, 0);
-    module.Schedule(
-        "later", [&] { ran.push_back("later"); }, now + 60'000'000'000);
-    ASSERT_EQ(Records().schedules.size(), 3u);
-    EXPECT_EQ(Records().schedules[0].label, "past");
-    EXPECT_EQ(Records().schedules[0].delaySeconds, 0.0);
-    EXPECT_EQ(Records().schedules[1].delaySeconds, 0.0);
-    EXPECT_EQ(Records().schedules[2].label, "later");
-    EXPECT_GT(Records().schedules[2].delaySeconds, 59.0);
-    EXPECT_LE(Records().schedules[2].delaySeconds, 60.0);
-    EXPECT_EQ(module.PendingScheduledCallbacks(), 3u);
-
-    Host().RunTurn();
-    EXPECT_EQ(ran, std::vector<std::string>{"past"});
-    EXPECT_EQ(module.PendingScheduledCallbacks(), 1u);
-    // Finalizing leaves the callbacks to run.
-    module.Finalize();
-    Host().AdvanceClock(60);
-    EXPECT_EQ(ran, (std::vector<std::string>{"past", "later"}));
-    EXPECT_EQ(module.PendingScheduledCallbacks(), 0u);
-}
-
 TEST(HostTexts, LiveAsLongAsTheHostMayReadThem) {
     HostedModule<KeepingModule> hosted;
     ASSERT_TRUE(hosted.Start());

@@ -44,17 +44,5 @@ TEST(ServerMappings, QueuesTiersAndDivisionsBothWays) {
     }
 }
 
-TEST(MiniseriesAndEmblems, OneResultPerCharacterAndEmblemsInAFixedOrder) {
-    EXPECT_EQ(ParseMiniseriesProgress(std::string_view("WLNw\0", 5)),
-              (std::vector{Miniseries::W, Miniseries::L, Miniseries::N, Miniseries::N, Miniseries::N}));
-    EXPECT_TRUE(ParseMiniseriesProgress("").empty());
-    using Api::LeagueEmblem;
-    EXPECT_TRUE(MakeLeagueEmblems(false, false, false).empty());
-    EXPECT_EQ(MakeLeagueEmblems(true, true, true),
-              (std::vector{LeagueEmblem::HOTSTREAK, LeagueEmblem::VETERAN, LeagueEmblem::FRESHBLOOD}));
-    EXPECT_EQ(MakeLeagueEmblems(true, false, true), (std::vector{LeagueEmblem::HOTSTREAK, LeagueEmblem::FRESHBLOOD}));
-    EXPECT_EQ(MakeLeagueEmblems(false, true, true), (std::vector{LeagueEmblem::VETERAN, LeagueEmblem::FRESHBLOOD}));
-}
-
 }  // namespace
 }  // namespace Orvel::Client::Leagues

@@ -55,41 +55,6 @@ TEST(ConvertLeagueList, GroupsDivisionsInRankOrderAndDropsOthersInactiveEntriesB
     EXPECT_TRUE(ConvertLeagueList(LCDS::LeagueListDTO{}, 0).leagues.empty());
 }
 
-TEST(ConvertLeagueList, KeepsTheMaximumSizeAndFillsEveryFieldOfAStanding) {
-    LCDS::LeagueListDTO list;
-    list.name = "AZaz@[`{ Caf\xC3\xA9's 2";
-    list.tier = LCDS::LeagueTier::SILVER;
-    list.maxLeagueSize = 200;
-    LCDS::LeagueItemDTO entry = Entry("12", 3);
-    entry.playerOrTeamName = "Twelve";
-    entry.previousDayLeaguePosition = 9;
-    entry.wins = 30;
-    entry.losses = 20;
-    entry.veteran = true;
-    entry.hotStreak = true;
-    entry.miniSeries = {"WLN", 1, 2, 2, 5000};
-    entry.leaguePoints = -5;
-    entry.inactivityStatus = "ACTIVE";
-    entry.apexDaysUntilDecay = -3;
-    list.entries = {entry};
-    const Api::League league = ConvertLeagueList(list, 1);
-    EXPECT_EQ(league.leagueName, "AZazCafs");
-    EXPECT_EQ(league.maxLeagueSize, 200u);
-    ASSERT_EQ(league.leagues.size(), 1u);
-    EXPECT_EQ(league.leagues[0].leagueRank, LeagueRank::IV);
-    const LeagueStanding& s = league.leagues[0].standings.at(0);
-    EXPECT_EQ(s.id + " " + s.name + " " + std::to_string(s.position) + " " + std::to_string(s.positionDelta) + " " +
-                  std::to_string(s.previousPosition) + " " + std::to_string(s.wins) + " " + std::to_string(s.losses) +
-                  " " + std::to_string(s.points) + " " + std::to_string(s.miniseriesWins) + " " +
-                  std::to_string(s.miniseriesLosses) + " " + s.inactivityStatus + " " +
-                  std::to_string(s.apexDaysUntilDecay) + " " + std::to_string(static_cast<int>(s.leagueTier)),
-              "12 Twelve 0 0 9 30 20 -5 1 2 ACTIVE -3 2");
-    EXPECT_EQ(s.emblems, (std::vector{Api::LeagueEmblem::HOTSTREAK, Api::LeagueEmblem::VETERAN}));
-    EXPECT_EQ(s.miniseriesResults, (std::vector{Miniseries::W, Miniseries::L, Miniseries::N}));
-    EXPECT_FALSE(s.inactive || s.pendingPromotion || s.pendingDemotion);
-    EXPECT_EQ(StripLeagueName(std::string("A\0z", 3)), "Az");
-}
-
 // Each division's "position/delta" pairs, numbered against a reference league of the given places.
 Lines Positions(LeagueTier tier, std::vector<std::vector<std::uint64_t>> previousPositions, std::uint64_t places) {
     Api::League league;
@@ -151,58 +116,6 @@ TEST(ApexStandingRanksAbove, EachCriterionDecidesWhenTheEarlierOnesAreEqual) {
         EXPECT_FALSE(ApexStandingRanksAbove(below, above));
         EXPECT_FALSE(ApexStandingRanksAbove(above, above));
     }
-}
-
-// The first division of each league after marking, "+" after a pending
-// promotion, "-" after a pending demotion: "C900 C100- | M50+".
-std::string Marks(const std::string& challengers, std::uint64_t places, const std::string& masters,
-                  const char* masterPrefix = "M") {
-    Api::League apex[2];
-    apex[0].maxLeagueSize = places;
-    const std::string* points[] = {&challengers, &masters};
-    for (int index = 0; index < 2; ++index) {
-        if (!points[index]->empty()) {
-            apex[index].leagues.emplace_back();
-        }
-        std::istringstream values(*points[index]);
-        for (std::string value; values >> value;) {
-            const std::string name = (index == 0 ? "C" : masterPrefix) + value;
-            apex[index].leagues.back().standings.push_back(Standing(name + " " + value + " 0 0 0 - 0 0"));
-        }
-    }
-    MarkApexMovements(apex[0], apex[1]);
-    std::string text;
-    for (int index = 0; index < 2; ++index) {
-        text += index == 0 ? "" : " |";
-        for (const Api::LeagueDivision& division : apex[index].leagues) {
-            for (const LeagueStanding& s : division.standings) {
-                text += " " + s.name + (s.pendingPromotion ? "+" : "") + (s.pendingDemotion ? "-" : "");
-            }
-        }
-    }
-    return text;
-}
-
-TEST(MarkApexMovements, SortsBothLeaguesAndMarksWhoMovesInTheFirstDivisionsOnly) {
-    const auto rows = tav::test::ReadCases(__FILE__, "apex_movements.tsv");
-    ASSERT_EQ(rows.size(), 10u);
-    for (const std::vector<std::string>& row : rows) {
-        EXPECT_EQ(Marks(row.at(0), std::stoull(row.at(1)), row.at(2)), " " + row.at(3));
-    }
-    // A master equal in every criterion takes the place.
-    EXPECT_EQ(Marks("100", 1, "100", "C"), " C100- | C100+");
-
-    Api::League challenger;
-    challenger.maxLeagueSize = 1;
-    challenger.leagues = {{LeagueRank::NA, {Standing("- 900 0 0 0 - 0 0")}},
-                          {LeagueRank::NA, {Standing("X1 1 0 0 0 - 0 0"), Standing("- 5 0 0 0 - 0 0")}}};
-    Api::League master;
-    master.leagues = {{LeagueRank::NA, {Standing("- 950 0 0 0 - 0 0")}}};
-    MarkApexMovements(challenger, master);
-    EXPECT_TRUE(challenger.leagues[0].standings[0].pendingDemotion);
-    EXPECT_EQ(challenger.leagues[1].standings[0].name, "X1");
-    EXPECT_FALSE(challenger.leagues[1].standings[0].pendingDemotion ||
-                 challenger.leagues[1].standings[1].pendingDemotion);
 }
 
 }  // namespace

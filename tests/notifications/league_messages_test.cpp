@@ -23,13 +23,6 @@ std::string Reason(const std::string& reason) {
     return R"({"notifyReason": ")" + reason + R"("})";
 }
 
-TEST(IsLeagueUpdateMessage, NeedsAParamThatIsAnObjectWithATextNotifyReason) {
-    EXPECT_FALSE(IsLeagueUpdateMessage(Message("leagues", {})));
-    EXPECT_FALSE(IsLeagueUpdateMessage(Message(
-        "leagues", {R"({"notifyReason": ["LEAGUE_PROMOTED"]})", R"({"reason": "LEAGUE_PROMOTED"})",
-                    R"(["LEAGUE_PROMOTED"])", R"({"notifyReason": "LEAGUE_PROMOTED")", R"("LEAGUE_PROMOTED")"})));
-}
-
 class BuildNotificationDataTest : public ::testing::Test {
   protected:
     // The record built from params, as the JSON of its data.
@@ -102,47 +95,6 @@ TEST_F(BuildNotificationDataTest, ThirtyTwoBitReadingsKeepTheLowBitsWithSignAndS
     EXPECT_EQ(record.data.wins, 4294967296u);
     EXPECT_EQ(record.data.losses, 18446744073709551615u);
     EXPECT_EQ(record.data.lastPlayed, 12u);
-}
-
-TEST_F(BuildNotificationDataTest, TheLastParamThatCountsDecidesAndASeriesProgressOfTheTextNullKeepsTheSeries) {
-    const std::string start =
-        R"({"notifyReason": "MINISERIES_START", "leagueItem": {"tier": "BRONZE", "rank": "V",
-            "miniSeries": {"progress": "WNN", "wins": 1}}})";
-    const std::string nullSeries =
-        R"({"notifyReason": "MINISERIES_START", "leagueItem": {"tier": "BRONZE", "rank": "V",
-            "miniSeries": {"progress": "null", "wins": 2}}})";
-    DataOf({nullSeries});
-    EXPECT_TRUE(record.data.miniseriesResults.empty());
-    EXPECT_EQ(record.data.miniseriesWins, 0u);
-    EXPECT_EQ(record.type, "LEAGUES_MESSAGE_MINISERIES_START");
-
-    DataOf({start, nullSeries});
-    EXPECT_EQ(record.data.miniseriesResults, (std::vector{Api::Miniseries::W, Api::Miniseries::N, Api::Miniseries::N}));
-    EXPECT_EQ(record.data.miniseriesWins, 1u);
-    EXPECT_EQ(record.type, "LEAGUES_MESSAGE_PROMOHELPER_MINISERIES_START_SINGULAR");
-
-    // A series of JSON null, or none at all, has the empty progress: no results.
-    DataOf({start, R"({"notifyReason": "MINISERIES_START", "leagueItem": {"miniSeries": null}})"});
-    EXPECT_TRUE(record.data.miniseriesResults.empty());
-
-    // The last param that counts decides every member it reads.
-    const std::string cancel =
-        R"({"notifyReason": "MINISERIES_CANCEL", "minGamesForSeeding": 4,
-            "leagueItem": {"queueType": "RANKED_SOLO_5x5", "tier": "GOLD", "wins": 3}})";
-    const std::string decay =
-        R"({"notifyReason": "LEAGUE_UPDATE_DECAY", "leagueItem": {"queueType": "RANKED_FLEX_TT"}})";
-    DataOf({cancel, "skipped", decay, R"({"no reason": 1})"});
-    EXPECT_EQ(record.data.notifyReason, "LEAGUE_UPDATE_DECAY");
-    EXPECT_EQ(record.data.queueType, "FLEXTT");
-    EXPECT_EQ(record.data.tier, "");
-    EXPECT_EQ(record.data.wins, 0u);
-    EXPECT_EQ(record.data.minGamesForSeeding, 4);  // read only when present
-    EXPECT_EQ(record.type, "LEAGUES_SYSTEM_DECAY");
-    EXPECT_EQ(record.titleType, "LEAGUES_SYSTEM_DECAY_TITLE");
-
-    DataOf({decay, cancel});
-    EXPECT_EQ(record.type, "LEAGUES_SYSTEM_SERIES_ENDED");
-    EXPECT_EQ(record.titleType, "LEAGUES_SYSTEM_SERIES_ENDED_TITLE_SOLO5V5");
 }
 
 TEST(LeagueUpdateMessages, WhichCountAndTheKeysTheirDataSelects) {

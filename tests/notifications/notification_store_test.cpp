@@ -178,26 +178,6 @@ TEST_F(StoreTest, PlaysTheScenarios) {
     }
 }
 
-TEST_F(StoreTest, LoginMessagesReadTheGatingStateForEachMessage) {
-    // The game flow enters champion select while the first acknowledgement is awaited.
-    meanwhile = [this] { store.SetNotificationsAllowed(false); };
-    store.AddLoginMessages({LeaguesMessage("first", {Param("LEAGUE_POINTS_UPDATE")}),
-                            LeaguesMessage("second", {Param("LEAGUE_PROMOTED")})},
-                           Server());
-    EXPECT_EQ(Listed(store),
-              Lines{"0 LEAGUES_MESSAGE_LEAGUE_POINTS_UPDATE LEAGUES_GENERAL_LEAGUE_UPDATE_TITLE 0 ALERT"});
-    EXPECT_TRUE(store.SetNotificationsAllowed(true));
-    EXPECT_EQ(Listed(store).size(), 2u);
-}
-
-TEST(NotificationsAllowedIn, HoldsBackFromReadyCheckToPreEndOfGame) {
-    for (int phase = 0; phase <= 13; ++phase) {
-        SCOPED_TRACE(phase);
-        EXPECT_EQ(NotificationsAllowedIn(static_cast<GameflowPhase>(phase)), phase < 4 || phase > 11);
-    }
-    EXPECT_EQ(HeldBackPhases.size(), 8u);
-}
-
 TEST_F(StoreTest, HoldsTheRecordWhileTheListsChangeDuringTheServerCall) {
     ASSERT_TRUE(store.AddLeagueMessage(
         LeaguesMessage("demoted", {Param("LEAGUE_DEMOTED", R"({"tier": "GOLD", "inactivityStatus": "INACTIVE",
@@ -211,21 +191,6 @@ TEST_F(StoreTest, HoldsTheRecordWhileTheListsChangeDuringTheServerCall) {
     EXPECT_EQ(Acknowledge(1), "ok");
     EXPECT_TRUE(store.GetNotifications().at(21).acknowledgedByPlayer);
     EXPECT_EQ(store.GetNotifications().size(), 42u);
-}
-
-TEST_F(StoreTest, AStandingMessageCopiesTheEntrysQueueInactivityAndSeriesTime) {
-    const SharedNotification record =
-        store.MakeStandingMessage(Entry(LCDS::LeagueTier::GOLD, true, "WARNING", "WL"), "TYPE", "TITLE", 1500);
-    const Api::LeagueNotificationItem& data = record->data;
-    EXPECT_EQ(std::to_string(record->id) + " " + record->type + " " + record->titleType + " " +
-                  std::to_string(record->priority) + " [" + record->msgId + "] " + data.queueType + " " +
-                  data.inactivityStatus + " " + data.playerOrTeamName + " [" + data.playerOrTeamId + data.notifyReason +
-                  data.tier + "] " + std::to_string(data.timeUntilInactivityStatusChanges) + " " +
-                  std::to_string(data.miniseriesTimeLeftToPlayMillis) + " " + std::to_string(data.minGamesForSeeding),
-              "0 TYPE TITLE 1500 [] FLEXTT WARNING Tester [] 86400000 5000 -1");
-    EXPECT_EQ(record->severity, Api::Severity::ALERT);
-    EXPECT_TRUE(data.miniseriesResults.empty());
-    EXPECT_EQ(store.MakeStandingMessage(LCDS::LeagueItemDTO{}, "", "", 0)->data.queueType, "NONE");
 }
 
 }  // namespace

@@ -48,27 +48,6 @@ TestModule* Load(PluginLoadInfo& info) {
     return static_cast<TestModule*>(LoadPlugin<TestModule>(&info));
 }
 
-TEST(AppModuleLoad, AcceptsEveryCoreOfTheSameMajorAtOrAboveItsOwnVersion) {
-    const std::uint32_t accepted[][2] = {{0, 0}, {0, 7}, {5, 0}, {4294967295u, 0}};
-    for (const auto& [minor, patch] : accepted) {
-        const std::string version = std::to_string(minor) + "." + std::to_string(patch);
-        SCOPED_TRACE(version);
-        PluginLoadInfo info{18, minor, patch, nullptr, nullptr, nullptr, nullptr};
-        TestModule* module = Load(info);
-        ASSERT_NE(module, nullptr);
-        EXPECT_EQ(info.major, 18u);
-        EXPECT_EQ(info.minor, 0u);
-        EXPECT_EQ(info.patch, 0u);
-        EXPECT_EQ(Read(info.context), module);
-        EXPECT_EQ(Read(info.callbacks), &module->Callbacks());
-        EXPECT_EQ(Read(info.apiTable), &module->ApiTable());
-        EXPECT_EQ(module->State(), ModuleState::Registered);
-        EXPECT_EQ(module->HostApiVersion().ToString(), "18." + version);
-        info.callbacks->Stop(info.context);
-    }
-    EXPECT_EQ(LoadPlugin<TestModule>(nullptr), nullptr);
-}
-
 // The reason is logged, then the assertion stops the process; tav-host's tests refuse a newer major the same way.
 TEST(AppModuleLoadDeathTest, RefusesAnOlderMajor) {
     PluginLoadInfo info{17, 9, 9, nullptr, nullptr, nullptr, nullptr};
@@ -144,34 +123,6 @@ TEST_F(AppModuleStart, RefusesAMissingStartRecordOrTableAndAnswersWhatOnStartAns
     module.startFailure = "no room";
     EXPECT_FALSE(hosted.Start());
     EXPECT_EQ(tav::test::WarningAndErrorLines(records), std::vector<std::string>{" ERROR| DBG| Start failed: no room"});
-}
-
-TEST_F(AppModuleStart, TakesTheLogOverFromTheConsoleTargetsOnceAndForwardsItInItsPattern) {
-    ASSERT_TRUE(hosted.Start());
-    const BuiltinLogTargets builtins = GetBuiltinLogTargets();
-    for (LogTargetInterface* target : {builtins.standardError, builtins.standardOutput, builtins.debugger}) {
-        EXPECT_FALSE(target->IsActive(target)) << target->GetName(target);
-    }
-    EXPECT_EQ(MinimumLevel(), LogLevel::Okay);
-    EXPECT_EQ(ExcludedCategories(), LogCategory::Xtr);
-    EXPECT_NE(FindActiveTarget("PluginLogTarget"), nullptr);
-    LogMessage(LogLevel::Warn, LogCategory::Dbg | LogCategory::Net, "hello %d", 5);
-    LogMessage(LogLevel::Okay, LogCategory::Gen, "okay lines pass now");
-    LogMessage(LogLevel::Always, LogCategory::Xtr, "extra lines never");
-    ASSERT_EQ(records.logLines.size(), 2u);
-    EXPECT_EQ(records.logLines[0].level, 1);
-    EXPECT_THAT(records.logLines[0].text,
-                ::testing::MatchesRegex(R"(....-..-..T..:..:..\....\|   WARN\| DBG;NET\| hello 5\s)"));
-    EXPECT_EQ(records.logLines[1].level, 0);
-    EXPECT_THAT(records.logLines[1].text, ::testing::EndsWith("|   OKAY| GEN| okay lines pass now\n"));
-
-    // A second start leaves the log alone.
-    SetMinimumLevel(LogLevel::Warn);
-    ASSERT_TRUE(hosted.Start());
-    EXPECT_EQ(MinimumLevel(), LogLevel::Warn);
-    LogMessage(LogLevel::Error, LogCategory::Dbg, "once");
-    EXPECT_EQ(records.logLines.size(), 3u);
-    EXPECT_EQ(module.startCount, 2);
 }
 
 }  // namespace

@@ -109,21 +109,6 @@ TEST_F(Conversions, ATextIsReadWholeAndAnUnregisteredEnumerationIsNamedByItsIden
                                                           " enumeration value for 'field'.");
 }
 
-// More fields than the conversion keeps on its stack, all at one offset:
-// they are read in the order they were registered, so the last one present wins.
-TEST_F(Conversions, AStructureOfManyFieldsReadsThemInTheirOrder) {
-    struct Wide {
-        std::int32_t value = 0;
-    };
-    auto wide = registry_.Struct<Wide>("Wide");
-    for (int index = 0; index < 40; ++index) {
-        wide.Field("f" + std::to_string(index), &Wide::value);
-    }
-    Wide out;
-    EXPECT_EQ(ConvertInto(out, ParseJson(R"({"f5": 5, "f39": 39, "f30": 30})"), registry_), "");
-    EXPECT_EQ(out.value, 39);
-}
-
 TEST_F(Conversions, AFailedStatusStopsEveryConversionAndStillEmptiesContainers) {
     BindingProperty status;
     status.SetError("first");
@@ -140,27 +125,6 @@ TEST_F(Conversions, AFailedStatusStopsEveryConversionAndStillEmptiesContainers) 
     EXPECT_EQ(text, "kept");
     EXPECT_TRUE(numbers.empty());
     EXPECT_TRUE(counts.empty());
-}
-
-TEST_F(Conversions, ToBindingReplacesWhatTheResultHeldAndRefusesUnregisteredStructures) {
-    // Into results that held something already: a structure, or a failure.
-    BindingProperty result;
-    result.Member("stale").SetBool(true);
-    ToBinding(result, Sparse{}, registry_);
-    EXPECT_EQ(Outcome(result), R"({key: {number: signed:0, region: string:""}})");
-    result.SetError("old");
-    ToBinding(result, true, registry_);
-    EXPECT_EQ(Outcome(result), "bool:true");
-    BindingProperty failedObject;
-    failedObject.SetError("inner");
-    result.SetError("old");
-    ToBinding(result, failedObject, registry_);
-    EXPECT_EQ(Outcome(result), R"({error: string:"inner"})");
-
-    const std::string message = "Couldn't convert native value because it's an unregistered structure.";
-    EXPECT_EQ(ToBinding(Unregistered{}, registry_).GetError(), message);
-    EXPECT_EQ(ToBinding(std::vector<Unregistered>(3), registry_).GetError(), message);
-    EXPECT_EQ(ToBinding(std::map<std::string, Unregistered>{{"a", {}}}, registry_).GetError(), message);
 }
 
 // A record whose construction throws once it is registered, as a record holding a resource might.
