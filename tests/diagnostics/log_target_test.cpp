@@ -3,14 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
-#include <filesystem>
-#include <iterator>
 #include <regex>
 #include <string>
 
 #include "diagnostics/log_record.h"
 #include "diagnostics/log_system.h"
-#include "log_test_fixture.h"
 #include "platform/process_info.h"
 
 namespace wex {
@@ -62,13 +59,17 @@ TEST(FormatLine, CodesOfTheRecordProcessAndClock) {
     EXPECT_EQ(Line("[#G]", record), "[]\n");
 }
 
+// A line cut to its room keeps its newline, down to a buffer of one byte; none is written into no buffer.
+TEST(FormatLine, EndsWithExactlyOneNewlineEvenWhenCut) {
+    EXPECT_EQ(Line("#M", HostRecord("a\n\n")), "a\n\n");
+    const std::string message(5000, 'm');
+    EXPECT_EQ(Line("abc#M", HostRecord(message.c_str()), 6), "abcm\n");
+    const std::string fitting = std::string(4094, 'f') + "\n";
+    EXPECT_EQ(Line("#M", HostRecord(fitting.c_str())), fitting);
+    EXPECT_EQ(Line("#M", HostRecord("abc"), 2), "\n");
+    EXPECT_EQ(Line("#M", HostRecord("abc"), 1), "");
+    EXPECT_EQ(FormatLine("#M", HostRecord("abc"), nullptr, 0), 0u);
+}
+
 }  // namespace
 }  // namespace wex
-
-namespace wex::test {
-namespace {
-
-using ConsoleLogTarget = LogSystemTest;
-
-}  // namespace
-}  // namespace wex::test

@@ -12,8 +12,6 @@ namespace Orvel::Client::Leagues {
 
 namespace {
 
-using Lines = std::vector<std::string>;
-
 TEST(StatCount, TruncatesTowardZeroAndSaturatesOutsideTheRange) {
     const auto rows = tav::test::ReadCases(__FILE__, "stat_counts.tsv");
     ASSERT_EQ(rows.size(), 8u);
