@@ -321,6 +321,9 @@ bool IsContainer(BindingPropertyKind kind) {
     return kind == BindingPropertyKind::Collection || kind == BindingPropertyKind::Structure;
 }
 
+// How many members ahead a copy starts loading what their texts will meet.
+constexpr std::uint32_t kLookahead = 6;
+
 }  // namespace
 
 bool PropertyTree::HasHeapPart(const BindingProperty& node) {
@@ -399,6 +402,12 @@ void PropertyTree::Copy(const BindingProperty& source, BindingProperty& target) 
                 break;
         }
     };
+    auto prefetchStrings = [](const StringInternTable& strings, const StructureMember& member) {
+        strings.Prefetch(member.name->hash);
+        if (member.value.kind_ == BindingPropertyKind::String) {
+            strings.Prefetch(member.value.payload_.string->hash);
+        }
+    };
     if (source.ownsDocument_ && source.document_ != nullptr) {
         // A whole tree is copied: its strings are all the new ones there can be.
         target.Document().Strings().Reserve(source.document_->Strings().Count());
@@ -420,18 +429,19 @@ void PropertyTree::Copy(const BindingProperty& source, BindingProperty& target) 
             const StructureRecord& members = *from->payload_.structure;
             to->MakeStructure();
             StructureRecord& copies = *to->payload_.structure;
+            // Reserved, the copy fills its first chunk and then adds whole chunks
+            // after it: no member moves, so the node that AddLast gives stays put.
             copies.Reserve(document, members.size);
-            members.ForEach([&](const StructureMember& member) { copies.AddLast(document, *member.name); });
-            // The names went in in order, so the copies line up one to one with the originals.
-            std::uint32_t chunk = 0;
-            std::uint32_t item = 0;
-            members.ForEach([&](const StructureMember& member) {
-                copyOrQueue(member.value, copies.chunks[chunk].items[item].value);
-                if (++item == copies.chunks[chunk].size) {
-                    ++chunk;
-                    item = 0;
+            for (std::uint32_t chunk = 0; chunk < members.chunkCount; ++chunk) {
+                const MemberChunk& originals = members.chunks[chunk];
+                for (std::uint32_t item = 0; item < originals.size; ++item) {
+                    if (item + kLookahead < originals.size) {
+                        prefetchStrings(document.Strings(), originals.items[item + kLookahead]);
+                    }
+                    const StructureMember& member = originals.items[item];
+                    copyOrQueue(member.value, copies.AddLast(document, *member.name));
                 }
-            });
+            }
         }
     }
 }
