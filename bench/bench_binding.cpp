@@ -128,7 +128,7 @@ void BM_Fnv1aOfTheTexts_Floor(benchmark::State& state) {
 }
 BENCHMARK(BM_Fnv1aOfTheTexts_Floor);
 
-void BM_InternTheTexts_Floor(benchmark::State& state) {
+std::vector<std::pair<std::string, std::uint32_t>> HashedTexts() {
     std::vector<std::pair<std::string, std::uint32_t>> texts;
     for (const MemberData& member : MakeMembers(false)) {
         texts.emplace_back(member.name, wex::Fnv1a32(member.name));
@@ -136,6 +136,11 @@ void BM_InternTheTexts_Floor(benchmark::State& state) {
             texts.emplace_back(member.text, wex::Fnv1a32(member.text));
         }
     }
+    return texts;
+}
+
+void BM_InternTheTexts_Floor(benchmark::State& state) {
+    const auto texts = HashedTexts();
     for (auto _ : state) {
         wex::DocumentPool pool;
         wex::StringInternTable strings(pool);
@@ -147,6 +152,44 @@ void BM_InternTheTexts_Floor(benchmark::State& state) {
     state.SetItemsProcessed(state.iterations() * kMembers);
 }
 BENCHMARK(BM_InternTheTexts_Floor);
+
+// The same, into a table that starts with 8 buckets and doubles past one
+// entry a bucket, as a tree built one member at a time must: nothing tells it
+// how many texts will come.
+void BM_InternTheTextsGrowing_Floor(benchmark::State& state) {
+    const auto texts = HashedTexts();
+    for (auto _ : state) {
+        wex::DocumentPool pool;
+        wex::StringInternTable strings(pool);
+        for (const auto& [text, hash] : texts) {
+            benchmark::DoNotOptimize(strings.Intern(text, hash));
+        }
+    }
+    state.SetItemsProcessed(state.iterations() * kMembers);
+}
+BENCHMARK(BM_InternTheTextsGrowing_Floor);
+
+// Members kept in byte order of their names cost, when the names arrive in no
+// order, at least a comparison sort of them: here the names interned in the
+// shuffled order (as a build lays them out), then sorted by reference.
+void BM_SortTheShuffledNames_Floor(benchmark::State& state) {
+    wex::DocumentPool pool;
+    wex::StringInternTable strings(pool);
+    std::vector<const wex::StringEntry*> names;
+    for (const MemberData& member : MakeMembers(true)) {
+        names.push_back(strings.Intern(member.name));
+    }
+    std::vector<const wex::StringEntry*> sorted(names.size());
+    for (auto _ : state) {
+        std::copy(names.begin(), names.end(), sorted.begin());
+        std::sort(sorted.begin(), sorted.end(), [](const wex::StringEntry* first, const wex::StringEntry* second) {
+            return wex::CompareEntries(*first, *second) < 0;
+        });
+        benchmark::DoNotOptimize(sorted.data());
+    }
+    state.SetItemsProcessed(state.iterations() * kMembers);
+}
+BENCHMARK(BM_SortTheShuffledNames_Floor);
 
 void BM_SizeOfBindingProperty(benchmark::State& state) {
     for (auto _ : state) {
