@@ -214,9 +214,46 @@ StringEntry* StringInternTable::Intern(std::string_view text, std::uint32_t hash
     return entry;
 }
 
+// The length and the first and last four bytes, spread by one multiply: cheap
+// to read, and enough to tell apart the hundred or so names that the records
+// of a document repeat.
+std::size_t StringInternTable::RecentSlot(std::string_view text) {
+    std::uint32_t bytes = static_cast<std::uint32_t>(text.size());
+    if (text.size() >= 4) {
+        bytes ^= LoadBytes<std::uint32_t>(text.data()) + 31 * LoadBytes<std::uint32_t>(text.data() + text.size() - 4);
+    } else {
+        for (const char byte : text) {
+            bytes = bytes * 31 + static_cast<unsigned char>(byte);
+        }
+    }
+    return (bytes * 0x9E3779B1u) >> (32 - kRecentBits);
+}
+
+StringEntry* StringInternTable::InternRecent(std::string_view text) {
+    if (text.empty()) {
+        return StringEntry::Empty();
+    }
+    if (recent_ == nullptr) {
+        recent_ = static_cast<StringEntry**>(pool_.Allocate(kRecentSlots * sizeof(StringEntry*)));
+        std::fill(recent_, recent_ + kRecentSlots, nullptr);
+    }
+    StringEntry*& recent = recent_[RecentSlot(text)];
+    if (recent != nullptr && recent->length == text.size() && SameBytes(recent->Text(), text.data(), text.size())) {
+        ++recent->references;
+        return recent;
+    }
+    recent = Intern(text);
+    return recent;
+}
+
 void StringInternTable::Release(StringEntry* entry) noexcept {
     if (entry == StringEntry::Empty() || --entry->references != 0) {
         return;
+    }
+    if (recent_ != nullptr) {
+        if (StringEntry*& recent = recent_[RecentSlot(entry->View())]; recent == entry) {
+            recent = nullptr;
+        }
     }
     StringEntry** link = &buckets_[entry->hash & (bucketCount_ - 1)];
     while (*link != entry) {

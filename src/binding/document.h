@@ -133,6 +133,9 @@ class StringInternTable {
     StringEntry* Intern(std::string_view text);
     // The same, for a text whose hash is already known.
     StringEntry* Intern(std::string_view text, std::uint32_t hash);
+    // The same, for texts that mostly repeat, as member names do: a text met
+    // lately is found by a few of its bytes, without hashing it.
+    StringEntry* InternRecent(std::string_view text);
 
     // Counts one reference off; the entry is removed when none is left.
     void Release(StringEntry* entry) noexcept;
@@ -148,9 +151,16 @@ class StringInternTable {
     std::uint32_t BucketCount() const { return bucketCount_; }
 
   private:
+    static constexpr unsigned kRecentBits = 8;
+    static constexpr std::size_t kRecentSlots = std::size_t{1} << kRecentBits;
+
     void Rehash(std::uint32_t newCount);
+    static std::size_t RecentSlot(std::string_view text);
 
     DocumentPool& pool_;
+    // Entries met lately through InternRecent, made on its first call; an
+    // entry leaves its slot when it is removed.
+    StringEntry** recent_ = nullptr;
     StringEntry* initialBuckets_[8] = {};
     StringEntry** buckets_ = initialBuckets_;
     std::uint32_t bucketCount_ = 8;

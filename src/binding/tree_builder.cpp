@@ -62,7 +62,7 @@ void BindingTreeBuilder::Grow() {
 
 void BindingTreeBuilder::Key(std::string_view name) {
     OpenContainer& container = open_.back();
-    StringEntry* entry = Document().Strings().Intern(name);
+    StringEntry* entry = Document().Strings().InternRecent(name);
     if (container.key != nullptr) {
         Document().Strings().Release(container.key);
     }

@@ -85,6 +85,29 @@ TEST_F(StringInternTableTest, StartsWithEightBucketsAndDoublesPastOneEntryPerBuc
     EXPECT_EQ(table_.Count(), 1000u);
 }
 
+// Texts that share a slot of the recent ones must not be taken for each
+// other, and a removed entry must not be found there again.
+TEST_F(StringInternTableTest, RecentTextsAreTheirOwnEntriesAndLeaveWhenRemoved) {
+    for (int round = 0; round < 2; ++round) {
+        for (int index = 0; index < 2000; ++index) {
+            const std::string text = std::string(index % 7, 'x') + "n" + std::to_string(index);
+            StringEntry* entry = table_.InternRecent(text);
+            ASSERT_EQ(entry->View(), text);
+            ASSERT_EQ(entry->references, round + 1u);
+            ASSERT_EQ(table_.Intern(text), entry);
+            table_.Release(entry);
+        }
+    }
+    StringEntry* entry = table_.InternRecent("n0");
+    table_.Release(entry);
+    table_.Release(entry);
+    table_.Release(entry);
+    EXPECT_EQ(table_.Count(), 1999u);
+    EXPECT_EQ(table_.InternRecent("n0")->references, 1u);
+    EXPECT_EQ(table_.Count(), 2000u);
+    EXPECT_EQ(table_.InternRecent(""), StringEntry::Empty());
+}
+
 // Pairs of texts of one length and one hash, different where each way of
 // comparing looks: byte by byte, the first and the last eight bytes, and the
 // library's comparison past sixteen.
