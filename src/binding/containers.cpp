@@ -201,8 +201,19 @@ BindingProperty& StructureRecord::FindOrAdd(BindingDocument& document, StringEnt
 }
 
 BindingProperty& StructureRecord::AddLast(BindingDocument& document, const StringEntry& name) {
+    StringEntry* entry = document.Strings().Intern(name.View(), name.hash);
+    if (chunkCount != 0) {
+        // Copies mostly land here: the last chunk has room, so nothing moves.
+        MemberChunk& last = chunks[chunkCount - 1];
+        if (last.size != last.capacity) {
+            StructureMember& member = last.items[last.size++];
+            ++size;
+            member.name = entry;
+            return *new (&member.value) BindingProperty(&document);
+        }
+    }
     const Slot end = size == 0 ? Slot{0, 0} : Slot{chunkCount - 1, chunks[chunkCount - 1].size};
-    return Insert(document, end, document.Strings().Intern(name.View(), name.hash));
+    return Insert(document, end, entry);
 }
 
 void StructureRecord::Reserve(BindingDocument& document, std::uint32_t count) {
