@@ -3,17 +3,20 @@
 // parsed, read into the league list DTOs, converted into API leagues, sorted
 // and marked, and numbered. Each stage is measured alone and the whole run
 // once; rapidjson's DOM parses the same texts beside ParseJson. Last, the
-// challenger league as the routes answer it, to a binding value and back.
+// challenger league as the routes answer it, to a binding value and back, and
+// through a host into JSON.
 #include <benchmark/benchmark.h>
 #include <rapidjson/document.h>
 
 #include <string>
 
 #include "codec/json_reader.h"
+#include "codec/json_writer.h"
 #include "leagues/standings.h"
 #include "leagues/server_dtos.h"
 #include "module/leagues_module.h"
 #include "plugin/app_module.h"
+#include "types/host_value.h"
 #include "types/native_conversion.h"
 
 namespace {
@@ -181,6 +184,25 @@ void BM_LeagueList(benchmark::State& state) {
                                                         benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
 }
 BENCHMARK(BM_LeagueList)->ArgName("andBack")->Arg(0)->Arg(1);
+
+// The challenger league's way out through a host: handed over as a host value,
+// which a host like tav-host turns back into a value and writes as JSON.
+void BM_LeagueListThroughHost(benchmark::State& state) {
+    const wex::BindingProperty value = wex::ToBinding(
+        ConvertLeagueList(ReadList(wex::ParseJson(Data().challengerJson)), 0), Data().Registry());
+    for (auto _ : state) {
+        HostValue handed;
+        if (!wex::BindingToHostValue(value, handed, &Data().Registry())) {
+            state.SkipWithError("the value could not be handed over");
+        }
+        const wex::BindingProperty received = wex::HostValueToBinding(handed, "league");
+        benchmark::DoNotOptimize(wex::WriteJson(received));
+        wex::ReleaseHostValue(handed);
+    }
+    state.counters["ns_per_entry"] = benchmark::Counter(static_cast<double>(state.iterations() * kChallengers),
+                                                        benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
+}
+BENCHMARK(BM_LeagueListThroughHost)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
 

@@ -208,8 +208,19 @@ bool FillBinding(const HostValue& from, BindingProperty& to, std::unordered_set<
                 return members[index].name != nullptr ? std::string_view(members[index].name) : std::string_view();
             };
             // All names go in first: later insertions would move the members already queued.
+            bool ascending = true;
             for (std::uint32_t index = 0; index < count; ++index) {
                 to.Member(nameOf(index));
+                ascending = ascending && (index == 0 || nameOf(index - 1) < nameOf(index));
+            }
+            if (ascending) {
+                // As a plug-in's own structures come: the members line up with
+                // the values, so no name is looked up again.
+                std::uint32_t index = 0;
+                for (const BindingMember member : to.Members()) {
+                    pending.emplace_back(&members[index++].value, &const_cast<BindingProperty&>(member.value));
+                }
+                return true;
             }
             // Queued backwards, so a repeated name is filled last from its last value.
             for (std::uint32_t index = count; index-- > 0;) {

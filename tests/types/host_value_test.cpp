@@ -42,6 +42,8 @@ TEST(HostValueToBinding, EachTagGivesItsKindContainersNestAndAnythingElseFailsTh
                                   {"a", Tagged(HostValueBool), 0},
                                   {nullptr, Tagged(HostValueNone), 0},
                                   {"k", Tagged(HostValueArray, last, 1), 0}};
+    HostObjectMember ascending[] = {{"a", Tagged(HostValueBorrowedString, "x"), 0}, {"b", Tagged(HostValueBool), 0}};
+    HostObjectMember repeated[] = {{"a", Tagged(HostValueNone), 0}, {"a", Tagged(HostValueBorrowedString, "x"), 0}};
     HostValue unknownInside[] = {Tagged(HostValueSigned), Tagged(11)};
     HostValue loop[1] = {};
     loop[0] = Tagged(HostValueArray, loop, 1);
@@ -67,6 +69,8 @@ TEST(HostValueToBinding, EachTagGivesItsKindContainersNestAndAnythingElseFailsTh
         {Tagged(HostValueArray, nullptr, 3), "[]"},
         {Tagged(HostValueObject, nullptr, 3), "{}"},
         {Tagged(HostValueObject, members, 5), R"({: empty, a: bool:false, b: [empty, string:"x"], k: [string:"new"]})"},
+        {Tagged(HostValueObject, ascending, 2), R"({a: string:"x", b: bool:false})"},
+        {Tagged(HostValueObject, repeated, 2), R"({a: string:"x"})"},
         {Tagged(11), failed},
         {Tagged(0xFFFFFFFF), failed},
         {Tagged(HostValueArray, unknownInside, 2), failed},
