@@ -156,10 +156,13 @@ TEST(BindingDocument, GivesWhatItsValuesDropBackToItsPool) {
     }
     EXPECT_EQ(document.Pool().PageCount(), pagesAfterFirstRound);
 
-    // Containers inside a value go with it.
+    // Containers inside a value go with it, and so do the chunks a structure outgrew.
     BindingProperty& slot = record->FindOrAdd(document, "slot");
     for (int round = 0; round < 1000; ++round) {
         slot.Member("structure").At(0).SetSigned(round);
+        for (int member = 0; member < 20; ++member) {
+            slot.Member("grown").Member(std::to_string(member));
+        }
         slot.Reset();
         if (round == 0) {
             pagesAfterFirstRound = document.Pool().PageCount();

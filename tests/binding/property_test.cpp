@@ -2,11 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <limits>
 #include <new>
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "binding/string_entry.h"
@@ -111,6 +113,7 @@ TEST(BindingProperty, CopyIsDeepAndIndependentAndCarriesTheValidFlag) {
     original.Member("list").At(1).SetBlob(std::vector<std::uint8_t>{5});
     original.Member("rank").SetEnum(2, BindingTypeIdentity::Make(0xAB));
     BindingProperty copy(original);
+    EXPECT_TRUE(std::ranges::equal(std::as_const(copy).Member("list").At(1).AsBlob(), std::vector<std::uint8_t>{5}));
     copy.Member("name").SetString("Zed");
     copy.Member("list").At(1).Reset();
     EXPECT_EQ(original.Member("name").AsString(), "Ahri");

@@ -67,6 +67,7 @@ TEST(LibraryBoundary, ClosingALibraryStopsItsPlugin) {
         ASSERT_TRUE(library.Load(CoreVersion{}));
         ASSERT_TRUE(host.Start(library));
     }
+    ASSERT_FALSE(host.Records().subscriptions.empty());
     EXPECT_EQ(host.Records().unsubscriptions.size(), host.Records().subscriptions.size());
 }
 
