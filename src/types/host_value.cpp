@@ -2,11 +2,15 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <limits>
 #include <new>
+#include <span>
+#include <string_view>
 #include <unordered_set>
 #include <utility>
 #include <vector>
 
+#include "binding/tree_builder.h"
 #include "diagnostics/format_message.h"
 #include "types/native_conversion.h"
 #include "types/registry.h"
@@ -146,111 +150,124 @@ bool FillHostValue(const BindingProperty& from, HostValue& to, const BindingType
     return true;
 }
 
-using BindingTargets = std::vector<std::pair<const HostValue*, BindingProperty*>>;
-
-// Fills to, an empty node, from from; containers get empty children, queued
-// to be filled. False for a tag without meaning or a container met before.
-bool FillBinding(const HostValue& from, BindingProperty& to, std::unordered_set<const void*>& containersSeen,
-                 BindingTargets& pending) {
-    const void* data = from.payload.ref.data;
-    const std::uint32_t length = from.payload.ref.length;
-    switch (from.tag) {
-        case HostValueNone:
-            return true;
-        case HostValueBool:
-            to.SetBool(from.payload.boolean != 0);
-            return true;
-        case HostValueSigned:
-            to.SetSigned(from.payload.integer);
-            return true;
-        case HostValueUnsigned:
-            to.SetUnsigned(from.payload.natural);
-            return true;
-        case HostValueDouble:
-            to.SetFloat(from.payload.real);
-            return true;
-        case HostValueBorrowedString:
-        case HostValueOwnedString:
-            to.SetString(static_cast<const char*>(data));
-            return true;
-        case HostValueBorrowedBytes:
-        case HostValueOwnedBytes:
-            to.SetBlob(data != nullptr ? std::span(static_cast<const std::uint8_t*>(data), length)
-                                       : std::span<const std::uint8_t>());
-            return true;
-        case HostValueArray: {
-            to.MakeCollection();
-            const auto* items = static_cast<const HostValue*>(data);
-            const std::uint32_t count = items != nullptr ? length : 0;
-            if (count == 0) {
-                return true;
-            }
-            if (!containersSeen.insert(data).second) {
-                return false;
-            }
-            to.At(count - 1);
-            for (std::uint32_t index = 0; index < count; ++index) {
-                pending.emplace_back(&items[index], &to.At(index));
-            }
-            return true;
-        }
-        case HostValueObject: {
-            to.MakeStructure();
-            const auto* members = static_cast<const HostObjectMember*>(data);
-            const std::uint32_t count = members != nullptr ? length : 0;
-            if (count == 0) {
-                return true;
-            }
-            if (!containersSeen.insert(data).second) {
-                return false;
-            }
-            const auto nameOf = [members](std::uint32_t index) {
-                return members[index].name != nullptr ? std::string_view(members[index].name) : std::string_view();
-            };
-            // All names go in first: later insertions would move the members already queued.
-            bool ascending = true;
-            for (std::uint32_t index = 0; index < count; ++index) {
-                to.Member(nameOf(index));
-                ascending = ascending && (index == 0 || nameOf(index - 1) < nameOf(index));
-            }
-            if (ascending) {
-                // As a plug-in's own structures come: the members line up with
-                // the values, so no name is looked up again.
-                std::uint32_t index = 0;
-                for (const BindingMember member : to.Members()) {
-                    pending.emplace_back(&members[index++].value, &const_cast<BindingProperty&>(member.value));
-                }
-                return true;
-            }
-            // Queued backwards, so a repeated name is filled last from its last value.
-            for (std::uint32_t index = count; index-- > 0;) {
-                pending.emplace_back(&members[index].value, &to.Member(nameOf(index)));
-            }
-            return true;
-        }
-        default:
-            return false;
-    }
+// The items or members a container value holds; none where its data is null.
+std::uint32_t ItemCount(const HostValue& container) {
+    return container.payload.ref.data != nullptr ? container.payload.ref.length : 0;
 }
+
+// Turns a host value into the tree builder's events in document order: the
+// builder sorts each structure's members once, keeping the last of equal
+// names, and finds repeated names without hashing them.
+class HostValueReader {
+  public:
+    explicit HostValueReader(BindingProperty& result) : builder_(result) {}
+
+    // False for a tag without meaning or a container met before.
+    bool Read(const HostValue& value) {
+        if (!Put(value)) {
+            return false;
+        }
+        while (!open_.empty()) {
+            OpenContainer& container = open_.back();
+            if (container.next == ItemCount(*container.value)) {
+                open_.pop_back();
+                builder_.Close();
+                continue;
+            }
+            const std::uint32_t index = container.next++;
+            const void* data = container.value->payload.ref.data;
+            if (container.value->tag == HostValueArray) {
+                if (!Put(static_cast<const HostValue*>(data)[index])) {
+                    return false;
+                }
+                continue;
+            }
+            const HostObjectMember& member = static_cast<const HostObjectMember*>(data)[index];
+            builder_.Key(member.name != nullptr ? std::string_view(member.name) : std::string_view());
+            if (!Put(member.value)) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+  private:
+    struct OpenContainer {
+        const HostValue* value;
+        std::uint32_t next;  // the item or member to read next
+    };
+
+    bool Put(const HostValue& from) {
+        const void* data = from.payload.ref.data;
+        const std::uint32_t length = from.payload.ref.length;
+        switch (from.tag) {
+            case HostValueNone:
+                builder_.NextValue();
+                return true;
+            case HostValueBool:
+                builder_.NextValue().SetBool(from.payload.boolean != 0);
+                return true;
+            case HostValueSigned:
+                builder_.NextValue().SetSigned(from.payload.integer);
+                return true;
+            case HostValueUnsigned:
+                builder_.NextValue().SetUnsigned(from.payload.natural);
+                return true;
+            case HostValueDouble:
+                builder_.NextValue().SetFloat(from.payload.real);
+                return true;
+            case HostValueBorrowedString:
+            case HostValueOwnedString:
+                builder_.NextValue().SetString(static_cast<const char*>(data));
+                return true;
+            case HostValueBorrowedBytes:
+            case HostValueOwnedBytes:
+                builder_.NextValue().SetBlob(data != nullptr ? std::span(static_cast<const std::uint8_t*>(data), length)
+                                                             : std::span<const std::uint8_t>());
+                return true;
+            case HostValueArray:
+            case HostValueObject:
+                return Open(from);
+            default:
+                return false;
+        }
+    }
+
+    bool Open(const HostValue& container) {
+        const std::uint32_t count = ItemCount(container);
+        // More elements than a collection can hold are refused before any is read.
+        if (count > std::numeric_limits<std::uint32_t>::max() / sizeof(BindingProperty)) {
+            throw std::bad_alloc();
+        }
+        // Copied out first: the records are packed, and a reference may not bind to a field that is not aligned.
+        const void* data = container.payload.ref.data;
+        if (count != 0 && !containersSeen_.insert(data).second) {
+            return false;
+        }
+        if (container.tag == HostValueArray) {
+            builder_.OpenCollection();
+        } else {
+            builder_.OpenStructure();
+        }
+        open_.push_back({&container, 0});
+        return true;
+    }
+
+    BindingTreeBuilder builder_;
+    std::vector<OpenContainer> open_;
+    std::unordered_set<const void*> containersSeen_;
+};
 
 }  // namespace
 
 BindingProperty HostValueToBinding(const HostValue& value, std::string_view name) {
     BindingProperty result;
     try {
-        BindingTargets pending{{&value, &result}};
-        std::unordered_set<const void*> containersSeen;
-        while (!pending.empty()) {
-            const auto [from, to] = pending.back();
-            pending.pop_back();
-            // A repeated member name fills its node again.
-            to->Reset();
-            if (!FillBinding(*from, *to, containersSeen, pending)) {
-                result.SetError(FormatMessage(
-                    "Couldn't assign value to '%1' of type object because the input is of an incompatible type '%2'.",
-                    {name, ""}));
-                break;
-            }
+        HostValueReader reader(result);
+        if (!reader.Read(value)) {
+            result.SetError(FormatMessage(
+                "Couldn't assign value to '%1' of type object because the input is of an incompatible type '%2'.",
+                {name, ""}));
         }
     } catch (...) {
         FailWithCurrentException(result);
