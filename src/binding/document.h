@@ -134,7 +134,8 @@ class StringInternTable {
     // The same, for a text whose hash is already known.
     StringEntry* Intern(std::string_view text, std::uint32_t hash);
     // The same, for texts that mostly repeat, as member names do: a text met
-    // lately is found by a few of its bytes, without hashing it.
+    // lately is found in a small cache, by a slot that a few of its bytes
+    // choose, without hashing it.
     StringEntry* InternRecent(std::string_view text);
 
     // Counts one reference off; the entry is removed when none is left.
