@@ -176,15 +176,15 @@ class HostValueReader {
             }
             const std::uint32_t index = container.next++;
             const void* data = container.value->payload.ref.data;
-            if (container.value->tag == HostValueArray) {
-                if (!Put(static_cast<const HostValue*>(data)[index])) {
-                    return false;
-                }
-                continue;
+            const HostValue* item = nullptr;
+            if (container.value->tag == HostValueObject) {
+                const HostObjectMember& member = static_cast<const HostObjectMember*>(data)[index];
+                builder_.Key(member.name != nullptr ? std::string_view(member.name) : std::string_view());
+                item = &member.value;
+            } else {
+                item = &static_cast<const HostValue*>(data)[index];
             }
-            const HostObjectMember& member = static_cast<const HostObjectMember*>(data)[index];
-            builder_.Key(member.name != nullptr ? std::string_view(member.name) : std::string_view());
-            if (!Put(member.value)) {
+            if (!Put(*item)) {
                 return false;
             }
         }
