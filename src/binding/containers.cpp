@@ -68,10 +68,16 @@ std::size_t ItemBytes(std::uint32_t count) {
     return std::size_t{count} * sizeof(StructureMember);
 }
 
-MemberChunk NewChunk(BindingDocument& document, std::uint32_t wanted) {
+// Makes chunk an empty one with room for at least wanted members. Written in
+// place: returned by value, a chunk comes back through memory, and reading it
+// as wider words than it was written in stalls the next load.
+void MakeChunk(BindingDocument& document, std::uint32_t wanted, MemberChunk& chunk) {
     const auto capacity = static_cast<std::uint32_t>(std::min<std::size_t>(
         DocumentPool::UsableSize(ItemBytes(wanted)) / sizeof(StructureMember), StructureRecord::kMaxChunkItems));
-    return {static_cast<StructureMember*>(document.Pool().Allocate(ItemBytes(capacity))), 0, capacity};
+    chunk.items = static_cast<StructureMember*>(document.Pool().Allocate(ItemBytes(capacity)));
+    chunk.lastName = nullptr;
+    chunk.size = 0;
+    chunk.capacity = capacity;
 }
 
 // A name looked for by its text, with its prefix worked out once.
@@ -96,7 +102,12 @@ int Compare(const StringEntry& name, const StringEntry& key) {
 }
 
 const StringEntry& LastName(const MemberChunk& chunk) {
-    return *chunk.items[chunk.size - 1].name;
+    return *chunk.lastName;
+}
+
+// After the chunk's last member changed; the chunk is not empty.
+void NoteLastName(MemberChunk& chunk) {
+    chunk.lastName = chunk.items[chunk.size - 1].name;
 }
 
 // Members are moved by copying their bytes: nodes hold no pointer to
@@ -109,7 +120,7 @@ void MoveMembers(StructureMember* to, const StructureMember* from, std::uint32_t
 
 StructureRecord* StructureRecord::Create(BindingDocument& document) {
     auto* record = new (document.Pool().Allocate(sizeof(StructureRecord)))
-        StructureRecord{nullptr, nullptr, {nullptr, 0, 0}, 0, 1, 0};
+        StructureRecord{nullptr, nullptr, {nullptr, nullptr, 0, 0}, 0, 1, 0};
     record->chunks = &record->firstChunk;
     return record;
 }
@@ -119,7 +130,7 @@ StructureRecord* StructureRecord::CreateFrom(BindingDocument& document, const St
     StructureRecord* record = Create(document);
     if (count <= kMaxChunkItems) {
         if (count != 0) {
-            record->firstChunk = NewChunk(document, count);
+            MakeChunk(document, count, record->firstChunk);
             record->chunkCount = 1;
         }
     } else {
@@ -127,13 +138,14 @@ StructureRecord* StructureRecord::CreateFrom(BindingDocument& document, const St
         record->chunks = static_cast<MemberChunk*>(document.Pool().Allocate(chunkCount * sizeof(MemberChunk)));
         record->chunkCapacity = chunkCount;
         for (; record->chunkCount < chunkCount; ++record->chunkCount) {
-            record->chunks[record->chunkCount] = NewChunk(document, kMaxChunkItems);
+            MakeChunk(document, kMaxChunkItems, record->chunks[record->chunkCount]);
         }
     }
     for (std::uint32_t chunk = 0; chunk < record->chunkCount; ++chunk) {
         MemberChunk& into = record->chunks[chunk];
         into.size = std::min(count - chunk * kMaxChunkItems, kMaxChunkItems);
         MoveMembers(into.items, members + chunk * kMaxChunkItems, into.size);
+        NoteLastName(into);
     }
     record->size = count;
     return record;
@@ -192,6 +204,18 @@ BindingProperty& StructureRecord::FindOrAdd(BindingDocument& document, std::stri
 // Interning first costs little where a name is found, and lets every
 // comparison use the entry's prefix and settle equality by identity.
 BindingProperty& StructureRecord::FindOrAdd(BindingDocument& document, StringEntry* name) {
+    if (size != 0) {
+        // Names arriving in ascending order are settled here, without building a Located.
+        MemberChunk& last = chunks[chunkCount - 1];
+        const int order = Compare(LastName(last), *name);
+        if (order < 0) {
+            return Insert(document, {chunkCount - 1, last.size}, name);
+        }
+        if (order == 0) {
+            document.Strings().Release(name);
+            return last.items[last.size - 1].value;
+        }
+    }
     const auto [slot, found] = Locate(*name);
     if (found) {
         document.Strings().Release(name);
@@ -209,6 +233,7 @@ BindingProperty& StructureRecord::AddLast(BindingDocument& document, const Strin
             StructureMember& member = last.items[last.size++];
             ++size;
             member.name = entry;
+            last.lastName = entry;
             return *new (&member.value) BindingProperty(&document);
         }
     }
@@ -218,7 +243,7 @@ BindingProperty& StructureRecord::AddLast(BindingDocument& document, const Strin
 
 void StructureRecord::Reserve(BindingDocument& document, std::uint32_t count) {
     if (chunkCount == 0 && count != 0) {
-        firstChunk = NewChunk(document, std::min(count, kMaxChunkItems));
+        MakeChunk(document, std::min(count, kMaxChunkItems), firstChunk);
         chunkCount = 1;
     }
 }
@@ -241,19 +266,21 @@ BindingProperty& StructureRecord::Insert(BindingDocument& document, Slot slot, S
     new (&at->value) BindingProperty(&document);
     ++chunk.size;
     ++size;
+    NoteLastName(chunk);
     return at->value;
 }
 
 // Called when there is no chunk yet or the slot's chunk is full.
 void StructureRecord::MakeRoom(BindingDocument& document, Slot& slot) {
     if (chunkCount == 0) {
-        firstChunk = NewChunk(document, kFirstChunkItems);
+        MakeChunk(document, kFirstChunkItems, firstChunk);
         chunkCount = 1;
         return;
     }
     MemberChunk& chunk = chunks[slot.chunk];
     if (chunk.capacity < kMaxChunkItems) {
-        MemberChunk larger = NewChunk(document, chunk.capacity * 2);
+        MemberChunk larger;
+        MakeChunk(document, chunk.capacity * 2, larger);
         MoveMembers(larger.items, chunk.items, chunk.size);
         larger.size = chunk.size;
         document.Pool().Release(chunk.items, ItemBytes(chunk.capacity));
@@ -272,6 +299,8 @@ void StructureRecord::MakeRoom(BindingDocument& document, Slot& slot) {
     MoveMembers(next.items, full.items + half, full.size - half);
     next.size = full.size - half;
     full.size = half;
+    NoteLastName(next);
+    NoteLastName(full);
     if (slot.position > half) {
         slot = {slot.chunk + 1, slot.position - half};
     }
@@ -288,7 +317,8 @@ void StructureRecord::AddChunkAfter(BindingDocument& document, std::uint32_t chu
         chunks = directory;
         chunkCapacity = newCapacity;
     }
-    const MemberChunk fresh = NewChunk(document, kMaxChunkItems);
+    MemberChunk fresh;
+    MakeChunk(document, kMaxChunkItems, fresh);
     std::copy_backward(chunks + chunk + 1, chunks + chunkCount, chunks + chunkCount + 1);
     chunks[chunk + 1] = fresh;
     ++chunkCount;
@@ -306,6 +336,9 @@ bool StructureRecord::Remove(BindingDocument& document, std::string_view name) n
     MoveMembers(at, at + 1, chunk.size - slot.position - 1);
     --chunk.size;
     --size;
+    if (chunk.size != 0) {
+        NoteLastName(chunk);
+    }
     if (chunk.size == 0 && chunkCount > 1) {
         document.Pool().Release(chunk.items, ItemBytes(chunk.capacity));
         std::copy(chunks + slot.chunk + 1, chunks + chunkCount, chunks + slot.chunk);

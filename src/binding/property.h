@@ -288,6 +288,9 @@ struct StructureMember {
 // A run of members in name order, in one array of the document's pool.
 struct MemberChunk {
     StructureMember* items;
+    // The name of items[size - 1], kept here so that a search of the chunk
+    // directory reads the names without visiting every chunk's array.
+    const StringEntry* lastName;
     std::uint32_t size;
     std::uint32_t capacity;
 };

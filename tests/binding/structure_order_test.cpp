@@ -105,6 +105,10 @@ TEST(StructureOrder, TenThousandMembersInAnyInsertionOrderComeOutSortedFindableA
             node->Member("m00500x").SetSigned(2);
             EXPECT_TRUE(node->RemoveMember("m01000"));
             EXPECT_EQ(MemberNames(*node)[501], "m00500x");
+            // Past a removed last member, a name sorting before it goes last.
+            EXPECT_TRUE(node->RemoveMember("m09999"));
+            node->Member("m09998x");
+            EXPECT_EQ(MemberNames(*node).back(), "m09998x");
         }
     }
 }
