@@ -108,6 +108,20 @@ TEST_F(StringInternTableTest, RecentTextsAreTheirOwnEntriesAndLeaveWhenRemoved) 
     EXPECT_EQ(table_.InternRecent(""), StringEntry::Empty());
 }
 
+// Each length that the copy into a new entry treats its own way, and the
+// lengths at the edges between them.
+TEST_F(StringInternTableTest, AnEntryHoldsEveryByteOfItsTextAndAZero) {
+    for (std::size_t length = 1; length <= 40; ++length) {
+        std::string text;
+        for (std::size_t index = 0; index < length; ++index) {
+            text += static_cast<char>('A' + index);
+        }
+        const StringEntry* entry = table_.Intern(text);
+        ASSERT_EQ(entry->View(), text);
+        ASSERT_EQ(entry->Text()[length], '\0') << length;
+    }
+}
+
 // Pairs of texts of one length and one hash, different where each way of
 // comparing looks: byte by byte, the first and the last eight bytes, and the
 // library's comparison past sixteen.
