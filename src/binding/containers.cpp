@@ -425,12 +425,13 @@ void PropertyTree::Release(BindingDocument& document, const BindingProperty& nod
 void PropertyTree::Copy(const BindingProperty& source, BindingProperty& target) {
     PendingCopies pending;
     // Containers wait on the stack; everything else is copied on the spot.
-    auto copyOrQueue = [&pending](const BindingProperty& from, BindingProperty& to) {
+    // document is to's: found once per container, not once per string.
+    auto copyOrQueue = [&pending](const BindingProperty& from, BindingProperty& to, BindingDocument& document) {
         to.valid_ = from.valid_;
         switch (from.kind_) {
             case BindingPropertyKind::String:
                 to.payload_.string =
-                    to.Document().Strings().Intern(from.payload_.string->View(), from.payload_.string->hash);
+                    document.Strings().Intern(from.payload_.string->View(), from.payload_.string->hash);
                 to.kind_ = BindingPropertyKind::String;
                 break;
             case BindingPropertyKind::Blob:
@@ -456,7 +457,14 @@ void PropertyTree::Copy(const BindingProperty& source, BindingProperty& target) 
         // A whole tree is copied: its strings are all the new ones there can be.
         target.Document().Strings().Reserve(source.document_->Strings().Count());
     }
-    copyOrQueue(source, target);
+    if (HasHeapPart(source)) {
+        copyOrQueue(source, target, target.Document());
+    } else {
+        // A root without heap parts makes no document.
+        target.valid_ = source.valid_;
+        target.payload_ = source.payload_;
+        target.kind_ = source.kind_;
+    }
     while (!pending.empty()) {
         const auto [from, to] = pending.back();
         pending.pop_back();
@@ -467,7 +475,7 @@ void PropertyTree::Copy(const BindingProperty& source, BindingProperty& target) 
             to->kind_ = BindingPropertyKind::Collection;
             CollectionRecord& copies = *to->payload_.collection;
             for (std::uint32_t index = 0; index < elements.size; ++index) {
-                copyOrQueue(elements.items[index], copies.Append(document));
+                copyOrQueue(elements.items[index], copies.Append(document), document);
             }
         } else {
             const StructureRecord& members = *from->payload_.structure;
@@ -483,7 +491,7 @@ void PropertyTree::Copy(const BindingProperty& source, BindingProperty& target) 
                         prefetchStrings(document.Strings(), originals.items[item + kLookahead]);
                     }
                     const StructureMember& member = originals.items[item];
-                    copyOrQueue(member.value, copies.AddLast(document, *member.name));
+                    copyOrQueue(member.value, copies.AddLast(document, *member.name), document);
                 }
             }
         }
