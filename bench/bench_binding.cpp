@@ -1,8 +1,9 @@
 // BindingProperty beside rapidjson's DOM (its pool allocator): building and
 // dropping a structure of 10,000 string and number members, and deep copies.
-// Then the floors that interning sets: FNV-1a over the benchmark's texts, and entering
-// the 15,000 texts, hashes known, into a new document's intern table, as every
-// build and every copy must.
+// Then the floors that interning sets: FNV-1a over the benchmark's texts,
+// entering the 15,000 texts, hashes known, into a new document's intern table,
+// both at once as a build meets them, and the texts a copy reads from the
+// entries of another document.
 #include <benchmark/benchmark.h>
 #include <rapidjson/document.h>
 
@@ -168,6 +169,66 @@ void BM_InternTheTextsGrowing_Floor(benchmark::State& state) {
     state.SetItemsProcessed(state.iterations() * kMembers);
 }
 BENCHMARK(BM_InternTheTextsGrowing_Floor);
+
+// Both rules at once, as a build meets them: each text hashed and interned
+// into a growing table, the entries kept in one flat array of members with
+// room for all, so that no structure of any kind is built.
+void BM_HashAndInternGrowing_Floor(benchmark::State& state) {
+    const auto members = MakeMembers(false);
+    std::vector<std::pair<const wex::StringEntry*, const wex::StringEntry*>> kept(members.size());
+    for (auto _ : state) {
+        wex::DocumentPool pool;
+        wex::StringInternTable strings(pool);
+        std::size_t index = 0;
+        for (const MemberData& member : members) {
+            kept[index++] = {strings.Intern(member.name), strings.Intern(member.text)};
+        }
+        benchmark::DoNotOptimize(kept.data());
+    }
+    state.SetItemsProcessed(state.iterations() * kMembers);
+}
+BENCHMARK(BM_HashAndInternGrowing_Floor);
+
+// What a deep copy cannot skip: each text of the source document, read from
+// its entry with its hash, interned into a new table sized for them all; then
+// the same with each member written as a tree holds it (a name and a node of
+// payload, document and flags), into arrays of the new document's pool.
+struct MemberLayout {
+    const wex::StringEntry* name;
+    const void* payload;
+    const void* document;
+    std::uint64_t flags;
+};
+
+void BM_CopyTheTexts_Floor(benchmark::State& state) {
+    const bool withNodes = state.range(0) != 0;
+    wex::DocumentPool sourcePool;
+    wex::StringInternTable sourceStrings(sourcePool);
+    std::vector<std::pair<const wex::StringEntry*, const wex::StringEntry*>> source;
+    for (const MemberData& member : MakeMembers(false)) {
+        source.emplace_back(sourceStrings.Intern(member.name), sourceStrings.Intern(member.text));
+    }
+    constexpr std::size_t kArrayMembers = wex::DocumentPool::kMaxPooledSize / sizeof(MemberLayout);
+    MemberLayout flat[kArrayMembers];
+    for (auto _ : state) {
+        wex::DocumentPool pool;
+        wex::StringInternTable strings(pool);
+        strings.Reserve(sourceStrings.Count());
+        MemberLayout* members = flat;
+        std::size_t room = 0;
+        for (const auto& [name, text] : source) {
+            if (room == 0) {
+                members = withNodes ? static_cast<MemberLayout*>(pool.Allocate(sizeof flat)) : flat;
+                room = kArrayMembers;
+            }
+            *members++ = {strings.Intern(name->View(), name->hash), strings.Intern(text->View(), text->hash), &pool, 1};
+            --room;
+        }
+        benchmark::DoNotOptimize(flat);
+    }
+    state.SetItemsProcessed(state.iterations() * kMembers);
+}
+BENCHMARK(BM_CopyTheTexts_Floor)->ArgName("nodes")->Arg(0)->Arg(1);
 
 // Members kept in byte order of their names cost, when the names arrive in no
 // order, at least a comparison sort of them: here the names interned in the
