@@ -147,7 +147,7 @@ TEST_F(StringInternTableTest, TextsOfTheSameHashAndLengthAreTwoEntries) {
 
 // A document lives as long as its root, so what its values drop must go back
 // to its pool at once: blob records, the chunks a structure empties, and the
-// containers of a value that is reset.
+// containers of a value that is reset, large arrays included.
 TEST(BindingDocument, GivesWhatItsValuesDropBackToItsPool) {
     BindingDocument document;
     for (int round = 0; round < 1000; ++round) {
@@ -172,12 +172,16 @@ TEST(BindingDocument, GivesWhatItsValuesDropBackToItsPool) {
 
     // Containers inside a value go with it, and so do the chunks a structure outgrew.
     BindingProperty& slot = record->FindOrAdd(document, "slot");
+    const std::size_t bucketBlocks = document.Pool().LargeBlockCount();  // the intern table's, grown above
     for (int round = 0; round < 1000; ++round) {
         slot.Member("structure").At(0).SetSigned(round);
         for (int member = 0; member < 20; ++member) {
             slot.Member("grown").Member(std::to_string(member));
         }
+        slot.Member("long").At(99).SetSigned(round);  // past the largest record: a block of its own
+        ASSERT_EQ(document.Pool().LargeBlockCount(), bucketBlocks + 1);
         slot.Reset();
+        ASSERT_EQ(document.Pool().LargeBlockCount(), bucketBlocks);
         if (round == 0) {
             pagesAfterFirstRound = document.Pool().PageCount();
         }

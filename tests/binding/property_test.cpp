@@ -132,6 +132,20 @@ TEST(BindingProperty, CopyIsDeepAndIndependentAndCarriesTheValidFlag) {
     EXPECT_TRUE(copy.IsEmpty());
 }
 
+// A root holding a blob or a text has heap parts of its own, which its copy must not share.
+TEST(BindingProperty, ACopiedRootHoldsItsOwnBlobAndText) {
+    BindingProperty blob;
+    blob.SetBlob(std::vector<std::uint8_t>{7, 6});
+    const BindingProperty blobCopy(blob);
+    EXPECT_NE(blobCopy.AsBlob().data(), blob.AsBlob().data());
+    EXPECT_TRUE(std::ranges::equal(blobCopy.AsBlob(), std::vector<std::uint8_t>{7, 6}));
+    BindingProperty text;
+    text.SetString("Ahri");
+    const BindingProperty textCopy(text);
+    EXPECT_NE(EntryOf(textCopy), EntryOf(text));
+    EXPECT_EQ(textCopy.AsString(), "Ahri");
+}
+
 TEST(BindingProperty, CopiesAndMovesBetweenANodeAndItselfItsDescendantsOrAncestors) {
     BindingProperty root;
     root.Member("inner").Member("leaf").SetString("deep");
