@@ -178,7 +178,8 @@ TEST(BindingDocument, GivesWhatItsValuesDropBackToItsPool) {
         for (int member = 0; member < 20; ++member) {
             slot.Member("grown").Member(std::to_string(member));
         }
-        slot.Member("long").At(99).SetSigned(round);  // past the largest record: a block of its own
+        // Elements past what the largest pooled record holds: a block of their own.
+        slot.Member("long").At(DocumentPool::kMaxPooledSize / sizeof(BindingProperty)).SetSigned(round);
         ASSERT_EQ(document.Pool().LargeBlockCount(), bucketBlocks + 1);
         slot.Reset();
         ASSERT_EQ(document.Pool().LargeBlockCount(), bucketBlocks);
