@@ -108,10 +108,12 @@ TEST(CurrentThreadId, IsStableOnAThreadAndDiffersBetweenThreads) {
     EXPECT_NE(other, mine);
 }
 
+// The bounds come from the precise system clock: time() may read a coarse
+// one that lags it by a tick, and so fall a second behind at a boundary.
 TEST(CurrentLocalTime, AgreesWithTheCLibrary) {
-    const std::time_t before = std::time(nullptr);
+    const std::time_t before = std::chrono::system_clock::to_time_t(std::chrono::system_clock::now());
     const LocalTime now = CurrentLocalTime();
-    const std::time_t after = std::time(nullptr);
+    const std::time_t after = std::chrono::system_clock::to_time_t(std::chrono::system_clock::now());
     std::tm parts{};
     parts.tm_year = now.year - 1900;
     parts.tm_mon = now.month - 1;
