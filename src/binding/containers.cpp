@@ -224,28 +224,14 @@ BindingProperty& StructureRecord::FindOrAdd(BindingDocument& document, StringEnt
     return Insert(document, slot, name);
 }
 
-BindingProperty& StructureRecord::AddLast(BindingDocument& document, const StringEntry& name) {
-    StringEntry* entry = document.Strings().Intern(name.View(), name.hash);
-    if (chunkCount != 0) {
-        // Copies mostly land here: the last chunk has room, so nothing moves.
-        MemberChunk& last = chunks[chunkCount - 1];
-        if (last.size != last.capacity) {
-            StructureMember& member = last.items[last.size++];
-            ++size;
-            member.name = entry;
-            last.lastName = entry;
-            return *new (&member.value) BindingProperty(&document);
-        }
-    }
-    const Slot end = size == 0 ? Slot{0, 0} : Slot{chunkCount - 1, chunks[chunkCount - 1].size};
-    return Insert(document, end, entry);
-}
-
-void StructureRecord::Reserve(BindingDocument& document, std::uint32_t count) {
-    if (chunkCount == 0 && count != 0) {
-        MakeChunk(document, std::min(count, kMaxChunkItems), firstChunk);
+MemberChunk& StructureRecord::AppendChunk(BindingDocument& document, std::uint32_t count) {
+    if (chunkCount == 0) {
+        MakeChunk(document, count, firstChunk);
         chunkCount = 1;
+        return firstChunk;
     }
+    AddChunkAfter(document, chunkCount - 1, count);
+    return chunks[chunkCount - 1];
 }
 
 BindingProperty& StructureRecord::Insert(BindingDocument& document, Slot slot, StringEntry* name) {
@@ -287,7 +273,7 @@ void StructureRecord::MakeRoom(BindingDocument& document, Slot& slot) {
         chunk = larger;
         return;
     }
-    AddChunkAfter(document, slot.chunk);
+    AddChunkAfter(document, slot.chunk, kMaxChunkItems);
     MemberChunk& full = chunks[slot.chunk];
     MemberChunk& next = chunks[slot.chunk + 1];
     if (slot.chunk + 2 == chunkCount && slot.position == full.size) {
@@ -306,7 +292,7 @@ void StructureRecord::MakeRoom(BindingDocument& document, Slot& slot) {
     }
 }
 
-void StructureRecord::AddChunkAfter(BindingDocument& document, std::uint32_t chunk) {
+void StructureRecord::AddChunkAfter(BindingDocument& document, std::uint32_t chunk, std::uint32_t wanted) {
     if (chunkCount == chunkCapacity) {
         const std::uint32_t newCapacity = std::max<std::uint32_t>(4, chunkCapacity * 2);
         auto* directory = static_cast<MemberChunk*>(document.Pool().Allocate(newCapacity * sizeof(MemberChunk)));
@@ -318,7 +304,7 @@ void StructureRecord::AddChunkAfter(BindingDocument& document, std::uint32_t chu
         chunkCapacity = newCapacity;
     }
     MemberChunk fresh;
-    MakeChunk(document, kMaxChunkItems, fresh);
+    MakeChunk(document, wanted, fresh);
     std::copy_backward(chunks + chunk + 1, chunks + chunkCount, chunks + chunkCount + 1);
     chunks[chunk + 1] = fresh;
     ++chunkCount;
@@ -481,18 +467,25 @@ void PropertyTree::Copy(const BindingProperty& source, BindingProperty& target) 
             const StructureRecord& members = *from->payload_.structure;
             to->MakeStructure();
             StructureRecord& copies = *to->payload_.structure;
-            // Reserved, the copy fills its first chunk and then adds whole chunks
-            // after it: no member moves, so the node that AddLast gives stays put.
-            copies.Reserve(document, members.size);
+            // Chunk for chunk, in the source's order: nothing is searched and no
+            // member moves, so the nodes queued above stay put.
             for (std::uint32_t chunk = 0; chunk < members.chunkCount; ++chunk) {
                 const MemberChunk& originals = members.chunks[chunk];
+                MemberChunk& copied = copies.AppendChunk(document, originals.size);
                 for (std::uint32_t item = 0; item < originals.size; ++item) {
                     if (item + kLookahead < originals.size) {
                         prefetchStrings(document.Strings(), originals.items[item + kLookahead]);
                     }
                     const StructureMember& member = originals.items[item];
-                    copyOrQueue(member.value, copies.AddLast(document, *member.name), document);
+                    StructureMember& copy = copied.items[item];
+                    copy.name = document.Strings().Intern(member.name->View(), member.name->hash);
+                    new (&copy.value) BindingProperty(&document);
+                    // Counted at once, so that a copy that fails here releases it.
+                    ++copied.size;
+                    copyOrQueue(member.value, copy.value, document);
                 }
+                copied.lastName = copied.items[copied.size - 1].name;
+                copies.size += copied.size;
             }
         }
     }

@@ -74,10 +74,11 @@ struct StructureRecord {
     BindingProperty& FindOrAdd(BindingDocument& document, std::string_view name, std::uint32_t nameHash);
     // Takes over one reference on name, an entry of this structure's document.
     BindingProperty& FindOrAdd(BindingDocument& document, StringEntry* name);
-    // For a name of another document that sorts after every member here.
-    BindingProperty& AddLast(BindingDocument& document, const StringEntry& name);
-    // Room for count members in an empty structure. Throws std::bad_alloc.
-    void Reserve(BindingDocument& document, std::uint32_t count);
+    // For a copy: a new last chunk with room for count members, which the
+    // caller fills in name order with names that sort after every member here,
+    // keeping the chunk's size and last name and the record's size. Throws
+    // std::bad_alloc.
+    MemberChunk& AppendChunk(BindingDocument& document, std::uint32_t count);
     bool Remove(BindingDocument& document, std::string_view name) noexcept;
 
     BindingMemberIterator begin() const { return size == 0 ? end() : BindingMemberIterator(chunks, 0); }
@@ -111,7 +112,8 @@ struct StructureRecord {
     // Takes over the reference on name.
     BindingProperty& Insert(BindingDocument& document, Slot slot, StringEntry* name);
     void MakeRoom(BindingDocument& document, Slot& slot);
-    void AddChunkAfter(BindingDocument& document, std::uint32_t chunk);
+    // An empty chunk with room for at least wanted members.
+    void AddChunkAfter(BindingDocument& document, std::uint32_t chunk, std::uint32_t wanted);
 };
 
 // The walks over whole value trees. Neither recurses, so a tree nested a
