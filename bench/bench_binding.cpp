@@ -3,7 +3,7 @@
 // Then the floors that interning sets: FNV-1a over the benchmark's texts,
 // entering the 15,000 texts, hashes known, into a new document's intern table,
 // both at once as a build meets them, and the texts a copy reads from the
-// entries of another document.
+// entries of another document, also with each member read as a tree holds it.
 #include <benchmark/benchmark.h>
 #include <rapidjson/document.h>
 
@@ -229,6 +229,58 @@ void BM_CopyTheTexts_Floor(benchmark::State& state) {
     state.SetItemsProcessed(state.iterations() * kMembers);
 }
 BENCHMARK(BM_CopyTheTexts_Floor)->ArgName("nodes")->Arg(0)->Arg(1);
+
+// The same, reading each source member as a tree holds it: a name and a node
+// whose kind says whether its payload is a text to intern or a number to take.
+struct NodeLayout {
+    const void* payload;
+    const void* document;
+    std::uint8_t kind;
+    std::uint8_t flags[2];
+};
+struct SourceMember {
+    const wex::StringEntry* name;
+    NodeLayout value;
+};
+
+void BM_CopyTheMembers_Floor(benchmark::State& state) {
+    wex::DocumentPool sourcePool;
+    wex::StringInternTable sourceStrings(sourcePool);
+    std::vector<SourceMember> source;
+    for (const MemberData& member : MakeMembers(false)) {
+        const bool isText = !member.text.empty();
+        const void* payload = isText ? static_cast<const void*>(sourceStrings.Intern(member.text)) : nullptr;
+        source.push_back({sourceStrings.Intern(member.name), {payload, &sourcePool, std::uint8_t{isText}, {}}});
+    }
+    constexpr std::size_t kArrayMembers = wex::DocumentPool::kMaxPooledSize / sizeof(SourceMember);
+    for (auto _ : state) {
+        wex::DocumentPool pool;
+        wex::StringInternTable strings(pool);
+        strings.Reserve(sourceStrings.Count());
+        SourceMember* members = nullptr;
+        std::size_t room = 0;
+        for (const SourceMember& from : source) {
+            if (room == 0) {
+                members = static_cast<SourceMember*>(pool.Allocate(kArrayMembers * sizeof(SourceMember)));
+                room = kArrayMembers;
+            }
+            SourceMember& to = *members++;
+            to.name = strings.Intern(from.name->View(), from.name->hash);
+            to.value.document = &pool;
+            to.value.kind = from.value.kind;
+            if (from.value.kind != 0) {
+                const auto* text = static_cast<const wex::StringEntry*>(from.value.payload);
+                to.value.payload = strings.Intern(text->View(), text->hash);
+            } else {
+                to.value.payload = from.value.payload;
+            }
+            --room;
+        }
+        benchmark::DoNotOptimize(members);
+    }
+    state.SetItemsProcessed(state.iterations() * kMembers);
+}
+BENCHMARK(BM_CopyTheMembers_Floor);
 
 // Members kept in byte order of their names cost, when the names arrive in no
 // order, at least a comparison sort of them: here the names interned in the
