@@ -147,7 +147,7 @@ TEST_F(StringInternTableTest, TextsOfTheSameHashAndLengthAreTwoEntries) {
 
 // A document lives as long as its root, so what its values drop must go back
 // to its pool at once: blob records, the chunks a structure empties, and the
-// containers of a value that is reset, large arrays included.
+// containers of a value that is reset, large arrays and member names included.
 TEST(BindingDocument, GivesWhatItsValuesDropBackToItsPool) {
     BindingDocument document;
     for (int round = 0; round < 1000; ++round) {
@@ -173,6 +173,7 @@ TEST(BindingDocument, GivesWhatItsValuesDropBackToItsPool) {
     // Containers inside a value go with it, and so do the chunks a structure outgrew.
     BindingProperty& slot = record->FindOrAdd(document, "slot");
     const std::size_t bucketBlocks = document.Pool().LargeBlockCount();  // the intern table's, grown above
+    const std::uint32_t names = document.Strings().Count();
     for (int round = 0; round < 1000; ++round) {
         slot.Member("structure").At(0).SetSigned(round);
         for (int member = 0; member < 20; ++member) {
@@ -183,6 +184,7 @@ TEST(BindingDocument, GivesWhatItsValuesDropBackToItsPool) {
         ASSERT_EQ(document.Pool().LargeBlockCount(), bucketBlocks + 1);
         slot.Reset();
         ASSERT_EQ(document.Pool().LargeBlockCount(), bucketBlocks);
+        ASSERT_EQ(document.Strings().Count(), names);
         if (round == 0) {
             pagesAfterFirstRound = document.Pool().PageCount();
         }
