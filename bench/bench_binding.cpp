@@ -200,6 +200,26 @@ struct MemberLayout {
     std::uint64_t flags;
 };
 
+// A copy's new document, its intern table sized for every text of the source.
+struct CopyTarget {
+    explicit CopyTarget(const wex::StringInternTable& source) : strings(pool) { strings.Reserve(source.Count()); }
+    wex::DocumentPool pool;
+    wex::StringInternTable strings;
+};
+
+// The next member's place, in arrays of the pool's largest record, as a
+// tree's chunks hold members.
+template <class Member>
+Member& NextPlace(wex::DocumentPool& pool, Member*& next, std::size_t& room) {
+    constexpr std::size_t kArrayMembers = wex::DocumentPool::kMaxPooledSize / sizeof(Member);
+    if (room == 0) {
+        next = static_cast<Member*>(pool.Allocate(kArrayMembers * sizeof(Member)));
+        room = kArrayMembers;
+    }
+    --room;
+    return *next++;
+}
+
 void BM_CopyTheTexts_Floor(benchmark::State& state) {
     const bool withNodes = state.range(0) != 0;
     wex::DocumentPool sourcePool;
@@ -208,23 +228,18 @@ void BM_CopyTheTexts_Floor(benchmark::State& state) {
     for (const MemberData& member : MakeMembers(false)) {
         source.emplace_back(sourceStrings.Intern(member.name), sourceStrings.Intern(member.text));
     }
-    constexpr std::size_t kArrayMembers = wex::DocumentPool::kMaxPooledSize / sizeof(MemberLayout);
-    MemberLayout flat[kArrayMembers];
+    MemberLayout scratch;
     for (auto _ : state) {
-        wex::DocumentPool pool;
-        wex::StringInternTable strings(pool);
-        strings.Reserve(sourceStrings.Count());
-        MemberLayout* members = flat;
+        CopyTarget target(sourceStrings);
+        MemberLayout* members = nullptr;
         std::size_t room = 0;
         for (const auto& [name, text] : source) {
-            if (room == 0) {
-                members = withNodes ? static_cast<MemberLayout*>(pool.Allocate(sizeof flat)) : flat;
-                room = kArrayMembers;
-            }
-            *members++ = {strings.Intern(name->View(), name->hash), strings.Intern(text->View(), text->hash), &pool, 1};
-            --room;
+            MemberLayout& place = withNodes ? NextPlace(target.pool, members, room) : scratch;
+            place = {target.strings.Intern(name->View(), name->hash), target.strings.Intern(text->View(), text->hash),
+                     &target.pool, 1};
         }
-        benchmark::DoNotOptimize(flat);
+        benchmark::DoNotOptimize(scratch);
+        benchmark::DoNotOptimize(members);
     }
     state.SetItemsProcessed(state.iterations() * kMembers);
 }
@@ -252,29 +267,21 @@ void BM_CopyTheMembers_Floor(benchmark::State& state) {
         const void* payload = isText ? static_cast<const void*>(sourceStrings.Intern(member.text)) : nullptr;
         source.push_back({sourceStrings.Intern(member.name), {payload, &sourcePool, std::uint8_t{isText}, {}}});
     }
-    constexpr std::size_t kArrayMembers = wex::DocumentPool::kMaxPooledSize / sizeof(SourceMember);
     for (auto _ : state) {
-        wex::DocumentPool pool;
-        wex::StringInternTable strings(pool);
-        strings.Reserve(sourceStrings.Count());
+        CopyTarget target(sourceStrings);
         SourceMember* members = nullptr;
         std::size_t room = 0;
         for (const SourceMember& from : source) {
-            if (room == 0) {
-                members = static_cast<SourceMember*>(pool.Allocate(kArrayMembers * sizeof(SourceMember)));
-                room = kArrayMembers;
-            }
-            SourceMember& to = *members++;
-            to.name = strings.Intern(from.name->View(), from.name->hash);
-            to.value.document = &pool;
+            SourceMember& to = NextPlace(target.pool, members, room);
+            to.name = target.strings.Intern(from.name->View(), from.name->hash);
+            to.value.document = &target.pool;
             to.value.kind = from.value.kind;
             if (from.value.kind != 0) {
                 const auto* text = static_cast<const wex::StringEntry*>(from.value.payload);
-                to.value.payload = strings.Intern(text->View(), text->hash);
+                to.value.payload = target.strings.Intern(text->View(), text->hash);
             } else {
                 to.value.payload = from.value.payload;
             }
-            --room;
         }
         benchmark::DoNotOptimize(members);
     }
