@@ -259,8 +259,7 @@ BindingProperty& StructureRecord::Insert(BindingDocument& document, Slot slot, S
 // Called when there is no chunk yet or the slot's chunk is full.
 void StructureRecord::MakeRoom(BindingDocument& document, Slot& slot) {
     if (chunkCount == 0) {
-        MakeChunk(document, kFirstChunkItems, firstChunk);
-        chunkCount = 1;
+        AppendChunk(document, kFirstChunkItems);
         return;
     }
     MemberChunk& chunk = chunks[slot.chunk];
@@ -468,7 +467,7 @@ void PropertyTree::Copy(const BindingProperty& source, BindingProperty& target) 
             to->MakeStructure();
             StructureRecord& copies = *to->payload_.structure;
             // Chunk for chunk, in the source's order: nothing is searched and no
-            // member moves, so the nodes queued above stay put.
+            // member moves, so the nodes that wait in pending stay put.
             for (std::uint32_t chunk = 0; chunk < members.chunkCount; ++chunk) {
                 const MemberChunk& originals = members.chunks[chunk];
                 MemberChunk& copied = copies.AppendChunk(document, originals.size);
